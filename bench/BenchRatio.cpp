@@ -1,0 +1,69 @@
+#include "BenchRatio.h"
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veltobench {
+
+namespace {
+
+std::vector<std::pair<std::string, std::string>> &pairs()
+{
+    static std::vector<std::pair<std::string, std::string>> list;
+    return list;
+}
+
+// Collects nanoseconds per iteration of every run while the console table is printed as usual.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        for (const Run &run : runs) {
+            if (run.run_type == Run::RT_Iteration && !run.error_occurred && run.iterations > 0)
+                nanoseconds[run.benchmark_name()] = run.real_accumulated_time * 1e9 / double(run.iterations);
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    void printRatios() const
+    {
+        std::printf("\n%-52s %12s %12s %8s\n", "ours vs baseline", "ours ns", "baseline ns", "ratio");
+        for (const auto &[ours, baseline] : pairs()) {
+            const auto a = nanoseconds.find(ours);
+            const auto b = nanoseconds.find(baseline);
+            if (a == nanoseconds.end() || b == nanoseconds.end())
+                continue;
+            std::printf("%-52s %12.3f %12.3f %8.2f\n", (ours + " / " + baseline).c_str(), a->second, b->second,
+                        a->second / b->second);
+        }
+    }
+
+private:
+    std::map<std::string, double> nanoseconds;
+};
+
+} // namespace
+
+int registerRatio(const char *ours, const char *baseline)
+{
+    pairs().emplace_back(ours, baseline);
+    return int(pairs().size());
+}
+
+int runWithRatios(int argc, char **argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printRatios();
+    benchmark::Shutdown();
+    return 0;
+}
+
+} // namespace veltobench

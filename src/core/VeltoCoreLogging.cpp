@@ -1,0 +1,6 @@
+#include "VeltoCoreLogging_p.h"
+
+Q_LOGGING_CATEGORY(lcVeltoCore, "velto.core", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcVeltoDefaults, "velto.core.defaults", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcVeltoBundle, "velto.core.bundle", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcVeltoSystem, "velto.core.system", QtWarningMsg)

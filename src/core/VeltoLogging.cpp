@@ -1,0 +1,48 @@
+#include "VeltoLogging.h"
+
+#include <chrono>
+
+namespace {
+
+// Seconds from the Unix epoch to 2001-01-01 00:00:00 UTC.
+constexpr double ReferenceDateOffset = 978307200.0;
+constexpr double BurstGap = 5.0;
+constexpr quint32 BurstLimit = 13;
+constexpr double MuteDuration = 10.0;
+
+} // namespace
+
+double VeltoLog_CurrentTime() noexcept
+{
+    using namespace std::chrono;
+    return duration<double>(system_clock::now().time_since_epoch()).count() - ReferenceDateOffset;
+}
+
+bool VeltoLog_ShouldLogWithFloodControlData(VeltoLogFloodControlData *data)
+{
+    return VeltoLog_ShouldLogWithFloodControlDataAtTime(data, VeltoLog_CurrentTime());
+}
+
+bool VeltoLog_ShouldLogWithFloodControlDataAtTime(VeltoLogFloodControlData *data, double now)
+{
+    if (data == nullptr)
+        return true;
+    // The last time moves on every call, muted or not, so a statement that keeps firing stays in its burst.
+    const double previous = data->lastTime;
+    data->lastTime = now;
+    if (previous == 0)
+        return true;
+    if (data->disabledUntil > now)
+        return false;
+    data->disabledUntil = 0;
+    if (now - previous < BurstGap) {
+        if (++data->burstCount >= BurstLimit) {
+            VeltoLogSink::write(VeltoLogFloodControlMessage);
+            data->disabledUntil = now + MuteDuration;
+            return false;
+        }
+        return true;
+    }
+    data->burstCount = 0;
+    return true;
+}

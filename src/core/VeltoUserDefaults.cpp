@@ -1,0 +1,184 @@
+#include "VeltoUserDefaults.h"
+
+#include "VTPropertyListXml_p.h"
+#include "VeltoCoreLogging_p.h"
+#include "VeltoLogSink.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutex>
+#include <QSettings>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool readPlist(QIODevice &device, QSettings::SettingsMap &map)
+{
+    const QByteArray data = device.readAll();
+    if (data.trimmed().isEmpty())
+        return true;
+    QString message;
+    const std::optional<QVariant> root = VTPropertyListXml::read(data, &message);
+    if (!root || root->typeId() != QMetaType::QVariantMap) {
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults: unreadable store: %s",
+                  qUtf8Printable(root ? u"the top level is not a dictionary"_s : message));
+        return false;
+    }
+    const QVariantMap values = root->toMap();
+    for (auto it = values.begin(); it != values.end(); ++it)
+        map.insert(it.key(), it.value());
+    return true;
+}
+
+bool writePlist(QIODevice &device, const QSettings::SettingsMap &map)
+{
+    QVariantMap values;
+    for (auto it = map.begin(); it != map.end(); ++it)
+        values.insert(it.key(), it.value());
+    return device.write(VTPropertyListXml::write(values)) >= 0;
+}
+
+QSettings::Format plistFormat()
+{
+    static const QSettings::Format format = QSettings::registerFormat(u"plist"_s, readPlist, writePlist);
+    return format;
+}
+
+struct StandardStore
+{
+    QMutex mutex;
+    std::shared_ptr<VeltoUserDefaults> defaults;
+};
+
+StandardStore &standardStore()
+{
+    static StandardStore store;
+    return store;
+}
+
+} // namespace
+
+class VeltoUserDefaults::Private
+{
+public:
+    QString filePath;
+    mutable QMutex mutex;
+    std::unique_ptr<QSettings> settings;
+    QVariantMap registered;
+
+    void open()
+    {
+        settings = std::make_unique<QSettings>(filePath, plistFormat());
+        if (settings->status() != QSettings::FormatError)
+            return;
+        // Keep what the unreadable file holds for a person to look at; start afresh beside it.
+        settings.reset();
+        QString aside = filePath + u".corrupt"_s;
+        if (QFile::exists(aside))
+            aside += u"-"_s + QDateTime::currentDateTimeUtc().toString(u"yyyyMMddHHmmsszzz"_s);
+        if (QFile::rename(filePath, aside))
+            VeltoLogSink::warn(u"user defaults file %1 could not be read; moved aside to %2"_s.arg(filePath, aside));
+        else
+            VeltoLogSink::warn(u"user defaults file %1 could not be read or moved aside"_s.arg(filePath));
+        settings = std::make_unique<QSettings>(filePath, plistFormat());
+    }
+};
+
+VeltoUserDefaults::VeltoUserDefaults(const QString &filePath) : d(new Private)
+{
+    d->filePath = filePath;
+    d->open();
+}
+
+VeltoUserDefaults::~VeltoUserDefaults() = default;
+
+std::shared_ptr<VeltoUserDefaults> VeltoUserDefaults::standardUserDefaults()
+{
+    StandardStore &store = standardStore();
+    QMutexLocker locker(&store.mutex);
+    if (!store.defaults)
+        store.defaults = std::make_shared<VeltoUserDefaults>(standardFilePath());
+    return store.defaults;
+}
+
+void VeltoUserDefaults::setStandardUserDefaults(std::shared_ptr<VeltoUserDefaults> defaults)
+{
+    StandardStore &store = standardStore();
+    QMutexLocker locker(&store.mutex);
+    store.defaults = std::move(defaults);
+}
+
+QString VeltoUserDefaults::standardFilePath()
+{
+    QString application = QCoreApplication::applicationName();
+    if (application.isEmpty())
+        application = QFileInfo(u"/proc/self/exe"_s).completeBaseName();
+    const QString organization = QCoreApplication::organizationName();
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return organization.isEmpty() ? u"%1/%2.plist"_s.arg(folder, application)
+                                  : u"%1/%2/%3.plist"_s.arg(folder, organization, application);
+}
+
+QString VeltoUserDefaults::filePath() const
+{
+    return d->filePath;
+}
+
+QVariant VeltoUserDefaults::objectForKey(const QString &key) const
+{
+    QMutexLocker locker(&d->mutex);
+    QVariant value = d->settings->value(key);
+    return value.isValid() ? value : d->registered.value(key);
+}
+
+void VeltoUserDefaults::setObject(const QVariant &value, const QString &key)
+{
+    if (!value.isValid()) {
+        removeObjectForKey(key);
+        return;
+    }
+    // Stored as it will read back after a relaunch, so a value's type never depends on that.
+    const QVariant normalized = VTPropertyListXml::normalized(value);
+    if (!normalized.isValid()) {
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults::setObject: a %s is not a property-list value; \"%s\" unchanged",
+                  value.typeName(), qUtf8Printable(key));
+        return;
+    }
+    QMutexLocker locker(&d->mutex);
+    d->settings->setValue(key, normalized);
+    d->settings->sync();
+}
+
+void VeltoUserDefaults::removeObjectForKey(const QString &key)
+{
+    QMutexLocker locker(&d->mutex);
+    d->settings->remove(key);
+    d->settings->sync();
+}
+
+void VeltoUserDefaults::registerDefaults(const QVariantMap &defaults)
+{
+    QMutexLocker locker(&d->mutex);
+    d->registered.insert(defaults);
+}
+
+QVariantMap VeltoUserDefaults::dictionaryRepresentation() const
+{
+    QMutexLocker locker(&d->mutex);
+    QVariantMap all = d->registered;
+    const QStringList keys = d->settings->allKeys();
+    for (const QString &key : keys)
+        all.insert(key, d->settings->value(key));
+    return all;
+}
+
+bool VeltoUserDefaults::synchronize()
+{
+    QMutexLocker locker(&d->mutex);
+    d->settings->sync();
+    return d->settings->status() == QSettings::NoError;
+}

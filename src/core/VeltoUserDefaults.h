@@ -1,0 +1,75 @@
+#pragma once
+
+/**
+ * \file VeltoUserDefaults.h
+ * \brief A per-user store of property-list values (QVariant) by key, persisted through QSettings.
+ *
+ * Each application has one standard store, `~/.config/<organization>/<application>.plist`, an XML
+ * property list that keeps every value's type (a boolean stays a boolean) and that a person can edit.
+ * Values are bool, whole and real numbers, QString, QByteArray, QDateTime, and lists and string-keyed
+ * maps of these. Tests and tools point the standard store elsewhere with setStandardUserDefaults().
+ *
+ * \code
+ * auto defaults = VeltoUserDefaults::standardUserDefaults();
+ * defaults->setObject(true, u"com.velto.debug.Layout.isEnabled"_s);
+ * bool on = defaults->objectForKey(u"com.velto.debug.Layout.isEnabled"_s).toBool();
+ * \endcode
+ */
+
+#include "veltocore_export.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+/**
+ * \brief VeltoUserDefaults: read, write and remove property-list values by key. Thread-safe; every write
+ * reaches the file before the call returns. Keys are flat strings ("com.velto.debug.Layout.isEnabled").
+ *
+ * A file that cannot be read as a property list is never overwritten: it is moved aside to
+ * "<file>.corrupt" (a warning says so) and the store starts empty.
+ */
+class VELTOCORE_EXPORT VeltoUserDefaults
+{
+public:
+    /// Opens (or will create) the store in \a filePath.
+    explicit VeltoUserDefaults(const QString &filePath);
+    ~VeltoUserDefaults();
+    VeltoUserDefaults(const VeltoUserDefaults &) = delete;
+    VeltoUserDefaults &operator=(const VeltoUserDefaults &) = delete;
+
+    /**
+     * standardUserDefaults: the application's store, made on first use from the organization and
+     * application names of QCoreApplication (the executable's name when none is set).
+     */
+    [[nodiscard]] static std::shared_ptr<VeltoUserDefaults> standardUserDefaults();
+    /// setStandardUserDefaults: replaces the standard store; nullptr goes back to the application's own.
+    static void setStandardUserDefaults(std::shared_ptr<VeltoUserDefaults> defaults);
+    /// standardFilePath: where the application's own standard store lives.
+    [[nodiscard]] static QString standardFilePath();
+
+    /// filePath: the store's file.
+    [[nodiscard]] QString filePath() const;
+
+    /// objectForKey: the stored value, else the registered default, else an invalid QVariant.
+    [[nodiscard]] QVariant objectForKey(const QString &key) const;
+    /**
+     * setObject: stores \a value under \a key; an invalid (null) QVariant removes the key. A value that is
+     * not a property-list value is refused with a warning and the stored value stays as it was. Values are
+     * stored as they read back from the file: whole numbers as qint64, string lists as QVariantList.
+     */
+    void setObject(const QVariant &value, const QString &key);
+    /// removeObjectForKey: removes the stored value; the registered default, if any, shows again.
+    void removeObjectForKey(const QString &key);
+    /// registerDefaults: values objectForKey() returns for keys with no stored value. Not persisted.
+    void registerDefaults(const QVariantMap &defaults);
+    /// dictionaryRepresentation: every registered and stored value, stored values winning.
+    [[nodiscard]] QVariantMap dictionaryRepresentation() const;
+    /// synchronize: writes pending changes and reads changes made by other processes; false on failure.
+    bool synchronize();
+
+private:
+    class Private;
+    std::unique_ptr<Private> const d;
+};

@@ -1,0 +1,84 @@
+#include "Object+VeltoCoreCast.h"
+#include "Variant+VeltoCore.h"
+
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+class CastTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void objectsOfTheClassOrASubclass();
+    void variantsOfExactlyTheType();
+    void boolValues_data();
+    void boolValues();
+};
+
+void CastTest::objectsOfTheClassOrASubclass()
+{
+    QTimer timer;
+    QObject plain;
+    QObject *asObject = &timer;
+    QCOMPARE(velto::conditionalCastVelto<QTimer>(asObject), &timer);
+    QCOMPARE(velto::conditionalCastVelto<QObject>(asObject), asObject); // an instance of a subclass
+    QCOMPARE(velto::conditionalCastVelto<QTimer>(&plain), nullptr);
+    QCOMPARE(velto::conditionalCastVelto<QTimer>(static_cast<QObject *>(nullptr)), nullptr);
+    const QObject *constObject = &timer;
+    QCOMPARE(velto::conditionalCastVelto<QTimer>(constObject), &timer);
+}
+
+void CastTest::variantsOfExactlyTheType()
+{
+    QCOMPARE(velto::conditionalCastVelto<QString>(QVariant(u"name"_s)), std::optional<QString>(u"name"_s));
+    QVERIFY(!velto::conditionalCastVelto<int>(QVariant(u"12"_s))); // no conversion
+    QVERIFY(!velto::conditionalCastVelto<QString>(QVariant(12)));
+    QVERIFY(!velto::conditionalCastVelto<QString>(QVariant()));
+    QCOMPARE(velto::conditionalCastVelto<QVariantList>(QVariant(QVariantList{1})).value().size(), 1);
+    QVERIFY(!velto::conditionalCastVelto<QVariantMap>(QVariant(QVariantList{1})));
+}
+
+void CastTest::boolValues_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("true") << QVariant(true) << true;
+    QTest::newRow("false") << QVariant(false) << false;
+    QTest::newRow("null") << QVariant() << false;
+    QTest::newRow("int 1") << QVariant(1) << true;
+    QTest::newRow("int -3") << QVariant(-3) << true;
+    QTest::newRow("int 0") << QVariant(0) << false;
+    QTest::newRow("uint64 max") << QVariant(std::numeric_limits<quint64>::max()) << true;
+    QTest::newRow("real 0.5") << QVariant(0.5) << true;
+    QTest::newRow("real 0") << QVariant(0.0) << false;
+    QTest::newRow("YES") << QVariant(u"YES"_s) << true;
+    QTest::newRow("yes") << QVariant(u"yes"_s) << true;
+    QTest::newRow("true string") << QVariant(u"true"_s) << true;
+    QTest::newRow("T") << QVariant(u"T"_s) << true;
+    QTest::newRow("NO") << QVariant(u"NO"_s) << false;
+    QTest::newRow("false string") << QVariant(u"false"_s) << false;
+    QTest::newRow("1") << QVariant(u"1"_s) << true;
+    QTest::newRow("0") << QVariant(u"0"_s) << false;
+    QTest::newRow("000") << QVariant(u"000"_s) << false;
+    QTest::newRow("spaced +02") << QVariant(u"  +02"_s) << true;
+    QTest::newRow("-0") << QVariant(u"-0"_s) << false;
+    QTest::newRow("trailing text ignored") << QVariant(u"9 lives"_s) << true;
+    QTest::newRow("0.5 string is false") << QVariant(u"0.5"_s) << false;
+    QTest::newRow("empty") << QVariant(u""_s) << false;
+    QTest::newRow("spaces only") << QVariant(u"   "_s) << false;
+    QTest::newRow("word") << QVariant(u"on"_s) << false;
+    QTest::newRow("bytes YES") << QVariant(QByteArray("YES")) << true;
+    QTest::newRow("list") << QVariant(QVariantList{true}) << false;
+}
+
+void CastTest::boolValues()
+{
+    QFETCH(QVariant, value);
+    QFETCH(bool, expected);
+    QCOMPARE(velto::boolValueVelto(value), expected);
+}
+
+QTEST_GUILESS_MAIN(CastTest)
+#include "casttest.moc"

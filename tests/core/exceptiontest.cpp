@@ -1,0 +1,74 @@
+#include "VeltoError.h"
+#include "VeltoException.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// Exported from the test executable so that the captured stack can name it.
+Q_DECL_EXPORT Q_NEVER_INLINE void veltoTestThrowOutOfRange(int index)
+{
+    throw VeltoException(VeltoRangeException, u"index %1 beyond bounds"_s.arg(index));
+}
+
+class ExceptionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nameReasonAndWhat();
+    void callStackNamesTheThrowingFunction();
+    void copiesShareTheCapturedStack();
+    void catchableAsStdException();
+};
+
+void ExceptionTest::nameReasonAndWhat()
+{
+    const VeltoException exception(VeltoInternalInconsistencyException, u"Änderung eines unveränderlichen Objekts"_s);
+    QCOMPARE(exception.name(), u"NSInternalInconsistencyException"_s);
+    QCOMPARE(exception.reason(), u"Änderung eines unveränderlichen Objekts"_s);
+    QCOMPARE(QString::fromUtf8(exception.what()), exception.description());
+}
+
+void ExceptionTest::callStackNamesTheThrowingFunction()
+{
+    try {
+        veltoTestThrowOutOfRange(9);
+        QFAIL("no exception");
+    } catch (const VeltoException &exception) {
+        QCOMPARE(exception.reason(), u"index 9 beyond bounds"_s);
+        const QStringList frames = exception.callStackSymbols();
+        QVERIFY(frames.size() >= 3);
+        QCOMPARE(frames.size(), exception.callStackReturnAddresses().size());
+        // The innermost frame is the function that made the exception, not the constructor.
+        QVERIFY2(frames.first().contains(u"veltoTestThrowOutOfRange(int)"_s), qPrintable(frames.join(u'\n')));
+        QVERIFY2(frames.first().contains(u"exceptiontest"_s), qPrintable(frames.first()));
+        QVERIFY(frames.at(1).contains(u"callStackNamesTheThrowingFunction"_s));
+        QVERIFY(frames.first().startsWith(u"0   "_s));
+    }
+}
+
+void ExceptionTest::copiesShareTheCapturedStack()
+{
+    VeltoException original(VeltoGenericException, u"first"_s);
+    VeltoException copy = original;
+    QCOMPARE(copy.callStackReturnAddresses(), original.callStackReturnAddresses());
+    VeltoException other(VeltoRangeException, u"second"_s);
+    other = original;
+    QCOMPARE(other.reason(), u"first"_s);
+    QCOMPARE(QString::fromUtf8(other.what()), u"NSGenericException: first"_s);
+}
+
+void ExceptionTest::catchableAsStdException()
+{
+    try {
+        veltoTestThrowOutOfRange(1);
+    } catch (const std::exception &exception) {
+        QCOMPARE(QString::fromUtf8(exception.what()), u"NSRangeException: index 1 beyond bounds"_s);
+        return;
+    }
+    QFAIL("not caught as std::exception");
+}
+
+QTEST_GUILESS_MAIN(ExceptionTest)
+#include "exceptiontest.moc"

@@ -1,0 +1,228 @@
+#include "VeltoBundle.h"
+#include "VeltoCore.h"
+#include "VeltoLocalization.h"
+#include "VeltoUserDefaults.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+// A class defined in the test executable: its bundle is the application's main bundle.
+class LocalClass : public QObject
+{
+    Q_OBJECT
+};
+
+class LocalizationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void frameworkBundleIsMadeOnceAndHoldsEveryKey();
+    void nullBundleAndNullClassAreAsymmetric();
+    void missingKeysGiveTheKeyOrNullNeverTheSentinel();
+    void classesFindTheBundleOfTheirBinary();
+    void registeredBundleServesItsBinary();
+    void languageFollowsThePreferences_data();
+    void languageFollowsThePreferences();
+    void namedTablesAndDefaultValues();
+    void malformedTableIsReportedAndReadsEmpty();
+    void missingRootHasNoTables();
+    void concurrentFirstLookupsAgree();
+
+private:
+    QString makeBundle(const QString &name, const QMap<QString, QByteArray> &tables);
+    QTemporaryDir folder;
+};
+
+QString LocalizationTest::makeBundle(const QString &name, const QMap<QString, QByteArray> &tables)
+{
+    const QString root = QDir(folder.path()).filePath(name);
+    for (auto it = tables.begin(); it != tables.end(); ++it) {
+        const QString path = u"%1/strings/%2.json"_s.arg(root, it.key());
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size())
+            qFatal("cannot write %s", qPrintable(path));
+    }
+    return root;
+}
+
+void LocalizationTest::initTestCase()
+{
+    QVERIFY(folder.isValid());
+    VeltoUserDefaults::setStandardUserDefaults(
+        std::make_shared<VeltoUserDefaults>(folder.filePath(u"defaults.plist"_s)));
+}
+
+void LocalizationTest::init()
+{
+    VeltoUserDefaults::standardUserDefaults()->setObject(QStringList{u"en-US"_s}, VeltoBundle::PreferredLanguagesKey);
+}
+
+void LocalizationTest::frameworkBundleIsMadeOnceAndHoldsEveryKey()
+{
+    const auto bundle = VeltoCoreBundle();
+    QVERIFY(bundle);
+    QCOMPARE(bundle.get(), VeltoCore::instance()->frameworkBundle().get());
+    QCOMPARE(bundle.get(), VeltoBundle::bundleForClass(&VeltoCore::staticMetaObject).get());
+    QCOMPARE(bundle->localizations(), QStringList{u"en"_s});
+    QCOMPARE(VeltoLocalizeInBundle(u"_Choose Folder"_s, bundle.get()), u"Choose Folder"_s);
+    QCOMPARE(VeltoLocalizeExpectFailUsingClass(u"_%lu MB"_s, &VeltoCore::staticMetaObject), u"%lu MB"_s);
+
+    // The embedded table maps every key to itself without its leading underscore.
+    QFile table(u":/velto/VeltoCore/strings/en/Localizable.json"_s);
+    QVERIFY(table.open(QIODevice::ReadOnly));
+    const QJsonObject entries = QJsonDocument::fromJson(table.readAll()).object();
+    QVERIFY(entries.size() >= 14);
+    for (auto it = entries.begin(); it != entries.end(); ++it) {
+        QVERIFY(it.key().startsWith(u'_'));
+        QCOMPARE(it->toString(), it.key().mid(1));
+        QCOMPARE(VeltoLocalizeInBundle(it.key(), bundle.get()), it.key().mid(1));
+    }
+    QVERIFY(entries.contains(u"_The file is read-only."_s));
+}
+
+void LocalizationTest::nullBundleAndNullClassAreAsymmetric()
+{
+    QCOMPARE(VeltoLocalizeInBundle(u"_Choose Folder"_s, nullptr), u"_Choose Folder"_s);
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Choose Folder"_s, nullptr), u"_Choose Folder"_s);
+    QCOMPARE(VeltoLocalizeExpectFailInBundle(u"_x"_s, nullptr), u"_x"_s);
+    QVERIFY(VeltoLocalizeExpectFailUsingClass(u"_x"_s, nullptr).isNull());
+}
+
+void LocalizationTest::missingKeysGiveTheKeyOrNullNeverTheSentinel()
+{
+    const auto bundle = VeltoCoreBundle();
+    QCOMPARE(VeltoLocalizeInBundle(u"_Not in any table"_s, bundle.get()), u"_Not in any table"_s);
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Not in any table"_s, &VeltoCore::staticMetaObject), u"_Not in any table"_s);
+    QVERIFY(VeltoLocalizeExpectFailInBundle(u"_Not in any table"_s, bundle.get()).isNull());
+    QVERIFY(VeltoLocalizeExpectFailUsingClass(u"_Not in any table"_s, &VeltoCore::staticMetaObject).isNull());
+    // Lookups are exact: no underscore is added or stripped, case matters.
+    QCOMPARE(VeltoLocalizeInBundle(u"Choose Folder"_s, bundle.get()), u"Choose Folder"_s);
+    QVERIFY(VeltoLocalizeExpectFailInBundle(u"Choose Folder"_s, bundle.get()).isNull());
+    QVERIFY(VeltoLocalizeExpectFailInBundle(u"_choose folder"_s, bundle.get()).isNull());
+    QCOMPARE(VeltoLocalizeInBundle(QString(VeltoLocalizedStringNotFound), bundle.get()),
+             QString(VeltoLocalizedStringNotFound)); // the key itself, as for any missing key
+}
+
+void LocalizationTest::classesFindTheBundleOfTheirBinary()
+{
+    // QObject lives in the Qt library, which has no bundle.
+    QVERIFY(!VeltoBundle::bundleForClass(&QObject::staticMetaObject));
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Choose Folder"_s, &QObject::staticMetaObject), u"_Choose Folder"_s);
+    QVERIFY(VeltoLocalizeExpectFailUsingClass(u"_Choose Folder"_s, &QObject::staticMetaObject).isNull());
+    // A class of the executable belongs to the main bundle, which holds none of the library's strings.
+    QCOMPARE(VeltoBundle::bundleForClass(&LocalClass::staticMetaObject).get(), VeltoBundle::mainBundle().get());
+    QVERIFY(VeltoLocalizeExpectFailUsingClass(u"_Choose Folder"_s, &LocalClass::staticMetaObject).isNull());
+    QVERIFY(!VeltoBundle::bundleForClass(nullptr));
+}
+
+void LocalizationTest::registeredBundleServesItsBinary()
+{
+    const QString root = makeBundle(u"Registered"_s, {{u"en/Localizable"_s, R"({"_Hello": "Hello there"})"}});
+    const auto bundle = std::make_shared<const VeltoBundle>(root);
+    QVERIFY(!VeltoBundle::registerBundleForBinaryContaining(nullptr, bundle));
+    QVERIFY(VeltoBundle::registerBundleForBinaryContaining(&LocalClass::staticMetaObject, bundle));
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Hello"_s, &LocalClass::staticMetaObject), u"Hello there"_s);
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Hello"_s, &staticMetaObject), u"Hello there"_s); // same binary
+    QVERIFY(VeltoBundle::registerBundleForBinaryContaining(&LocalClass::staticMetaObject, VeltoBundle::mainBundle()));
+    QCOMPARE(VeltoLocalizeUsingClass(u"_Hello"_s, &LocalClass::staticMetaObject), u"_Hello"_s);
+}
+
+void LocalizationTest::languageFollowsThePreferences_data()
+{
+    QTest::addColumn<QStringList>("preferred");
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("exact") << QStringList{u"de"_s} << u"de"_s << u"Ordner wählen"_s;
+    QTest::newRow("region falls back to language") << QStringList{u"de-AT"_s, u"en"_s} << u"de"_s << u"Ordner wählen"_s;
+    QTest::newRow("underscore tag, exact region") << QStringList{u"pt_BR"_s} << u"pt-BR"_s << u"Escolher pasta"_s;
+    QTest::newRow("first available preference wins") << QStringList{u"fr"_s, u"pt-br"_s, u"de"_s} << u"pt-BR"_s
+                                                     << u"Escolher pasta"_s;
+    QTest::newRow("none available: development language") << QStringList{u"fr"_s, u"ja"_s} << u"en"_s
+                                                          << u"Choose Folder"_s;
+}
+
+void LocalizationTest::languageFollowsThePreferences()
+{
+    QFETCH(QStringList, preferred);
+    QFETCH(QString, language);
+    QFETCH(QString, text);
+    static const QString root = makeBundle(u"Translated"_s, {
+        {u"en/Localizable"_s, R"({"_Choose Folder": "Choose Folder"})"},
+        {u"de/Localizable"_s, R"({"_Choose Folder": "Ordner wählen"})"},
+        {u"pt-BR/Localizable"_s, R"({"_Choose Folder": "Escolher pasta"})"},
+    });
+    VeltoUserDefaults::standardUserDefaults()->setObject(preferred, VeltoBundle::PreferredLanguagesKey);
+    QCOMPARE(VeltoBundle::preferredLanguages(), preferred);
+    const VeltoBundle bundle(root);
+    QCOMPARE(bundle.localizations(), (QStringList{u"de"_s, u"en"_s, u"pt-BR"_s}));
+    QCOMPARE(bundle.localizationLanguage(), language);
+    QCOMPARE(VeltoLocalizeInBundle(u"_Choose Folder"_s, &bundle), text);
+}
+
+void LocalizationTest::namedTablesAndDefaultValues()
+{
+    const QString root = makeBundle(u"Tables"_s, {{u"en/Localizable"_s, R"({"_A": "a"})"},
+                                                  {u"en/Menus"_s, R"({"_File": "File menu"})"}});
+    const VeltoBundle bundle(root);
+    QCOMPARE(bundle.localizedString(u"_File"_s, {}, u"Menus"_s), u"File menu"_s);
+    QCOMPARE(bundle.localizedString(u"_File"_s, {}), u"_File"_s);         // not in the default table
+    QCOMPARE(bundle.localizedString(u"_File"_s, u"fallback"_s), u"fallback"_s);
+    QCOMPARE(bundle.localizedString(u"_A"_s, u"fallback"_s), u"a"_s);
+    QCOMPARE(bundle.localizedString(u"_A"_s, {}, u"NoSuchTable"_s), u"_A"_s);
+}
+
+void LocalizationTest::malformedTableIsReportedAndReadsEmpty()
+{
+    const QString root = makeBundle(u"Broken"_s, {{u"en/Localizable"_s, R"({"_A": "a", "_B": 3, )"},
+                                                  {u"en/Typed"_s, R"({"_A": "a", "_B": 3})"}});
+    const VeltoBundle bundle(root);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"Localizable.json is not a JSON object"_s));
+    QCOMPARE(VeltoLocalizeInBundle(u"_A"_s, &bundle), u"_A"_s);
+    QCOMPARE(VeltoLocalizeInBundle(u"_A"_s, &bundle), u"_A"_s); // reported once, kept empty
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"value of \"_B\" is not a string"_s));
+    QCOMPARE(bundle.localizedString(u"_A"_s, {}, u"Typed"_s), u"a"_s);
+    QCOMPARE(bundle.localizedString(u"_B"_s, {}, u"Typed"_s), u"_B"_s);
+}
+
+void LocalizationTest::missingRootHasNoTables()
+{
+    const VeltoBundle bundle(folder.filePath(u"does-not-exist"_s));
+    QVERIFY(bundle.localizations().isEmpty());
+    QVERIFY(bundle.localizationLanguage().isEmpty());
+    QCOMPARE(VeltoLocalizeInBundle(u"_A"_s, &bundle), u"_A"_s);
+    QVERIFY(VeltoLocalizeExpectFailInBundle(u"_A"_s, &bundle).isNull());
+}
+
+void LocalizationTest::concurrentFirstLookupsAgree()
+{
+    const QString root = makeBundle(u"Threads"_s, {{u"en/Localizable"_s, R"({"_A": "a", "_B": "b"})"}});
+    const VeltoBundle bundle(root);
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 8; ++t) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < 200; ++i) {
+                if (VeltoLocalizeInBundle(u"_A"_s, &bundle) != u"a"_s || !VeltoLocalizeExpectFailInBundle(u"_C"_s, &bundle).isNull())
+                    ++wrong;
+            }
+        });
+    }
+    for (auto &thread : threads)
+        thread.join();
+    QCOMPARE(wrong.load(), 0);
+}
+
+QTEST_GUILESS_MAIN(LocalizationTest)
+#include "localizationtest.moc"

@@ -1,0 +1,173 @@
+#include "VTPropertyListXml_p.h"
+
+#include <QDateTime>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray document(const QByteArray &body)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + body + "</plist>";
+}
+
+} // namespace
+
+class PropertyListXmlTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsEveryType();
+    void acceptsADoctypeAndWhitespace();
+    void rejectsMalformedInput_data();
+    void rejectsMalformedInput();
+    void deepNestingIsBounded();
+    void roundTripsSpecialReals();
+    void randomTreesRoundTrip();
+};
+
+void PropertyListXmlTest::readsEveryType()
+{
+    const auto value = VTPropertyListXml::read(document(R"(<dict>
+        <key>t</key><true/> <key>f</key><false/>
+        <key>i</key><integer>-9223372036854775808</integer>
+        <key>u</key><integer>18446744073709551615</integer>
+        <key>r</key><real>1e-3</real>
+        <key>s</key><string>a &lt; b</string>
+        <key>d</key><data>AAEC
+            /w==</data>
+        <key>date</key><date>2026-11-22T10:00:00Z</date>
+        <key>a</key><array><string/><array/><dict/></array>
+    </dict>)"));
+    QVERIFY(value);
+    const QVariantMap map = value->toMap();
+    QCOMPARE(map.value(u"t"_s), QVariant(true));
+    QCOMPARE(map.value(u"f"_s), QVariant(false));
+    QCOMPARE(map.value(u"i"_s), QVariant(std::numeric_limits<qint64>::min()));
+    QCOMPARE(map.value(u"u"_s), QVariant(std::numeric_limits<quint64>::max()));
+    QCOMPARE(map.value(u"r"_s), QVariant(0.001));
+    QCOMPARE(map.value(u"s"_s), QVariant(u"a < b"_s));
+    QCOMPARE(map.value(u"d"_s), QVariant(QByteArray("\0\1\2\xff", 4)));
+    QCOMPARE(map.value(u"date"_s).toDateTime(), QDateTime(QDate(2026, 11, 22), QTime(10, 0), Qt::UTC));
+    QCOMPARE(map.value(u"a"_s), QVariant(QVariantList{u""_s, QVariantList(), QVariantMap()}));
+}
+
+void PropertyListXmlTest::acceptsADoctypeAndWhitespace()
+{
+    const auto value = VTPropertyListXml::read(R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist SYSTEM "plist.dtd">
+<plist version="1.0">
+  <string>x</string>
+</plist>
+)");
+    QVERIFY(value);
+    QCOMPARE(*value, QVariant(u"x"_s));
+}
+
+void PropertyListXmlTest::rejectsMalformedInput_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("empty") << QByteArray() << u""_s;
+    QTest::newRow("not xml") << QByteArray("hello") << u""_s;
+    QTest::newRow("other root") << QByteArray("<html/>") << u"not a property list"_s;
+    QTest::newRow("empty plist") << document("") << u"holds no value"_s;
+    QTest::newRow("two values") << document("<true/><false/>") << u"after the value"_s;
+    QTest::newRow("unknown element") << document("<float>1</float>") << u"unknown element <float>"_s;
+    QTest::newRow("bad integer") << document("<integer>1.5</integer>") << u"invalid <integer>"_s;
+    QTest::newRow("integer overflow") << document("<integer>18446744073709551616</integer>") << u"invalid <integer>"_s;
+    QTest::newRow("bad real") << document("<real>one</real>") << u"invalid <real>"_s;
+    QTest::newRow("bad date") << document("<date>yesterday</date>") << u"invalid <date>"_s;
+    QTest::newRow("bad base64") << document("<data>*not base64*</data>") << u"invalid <data>"_s;
+    QTest::newRow("boolean with content") << document("<true>yes</true>") << u"has content"_s;
+    QTest::newRow("dict value without key") << document("<dict><string>a</string></dict>") << u"without <key>"_s;
+    QTest::newRow("dict key without value") << document("<dict><key>a</key></dict>") << u"has no value"_s;
+    QTest::newRow("element inside string") << document("<string>a<b/></string>") << u""_s;
+    QTest::newRow("unclosed") << QByteArray("<plist><array><true/>") << u""_s;
+    QTest::newRow("undeclared entity") << document("<string>&boom;</string>") << u""_s;
+}
+
+void PropertyListXmlTest::rejectsMalformedInput()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(QString, message);
+    QString error;
+    QVERIFY(!VTPropertyListXml::read(input, &error));
+    QVERIFY(!error.isEmpty());
+    QVERIFY2(error.contains(message), qPrintable(error));
+}
+
+void PropertyListXmlTest::deepNestingIsBounded()
+{
+    const int limit = VTPropertyListXml::MaximumDepth;
+    auto nested = [](int depth) { return document(QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth)); };
+    QVERIFY(VTPropertyListXml::read(nested(limit)));
+    QString error;
+    QVERIFY(!VTPropertyListXml::read(nested(limit + 2), &error));
+    QVERIFY2(error.contains(u"nesting deeper"_s), qPrintable(error));
+    QVERIFY(!VTPropertyListXml::read(nested(100000))); // no stack overflow
+}
+
+void PropertyListXmlTest::roundTripsSpecialReals()
+{
+    const QVariantList reals{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                             0.1, -0.0, 1e308, std::numeric_limits<double>::denorm_min()};
+    const auto back = VTPropertyListXml::read(VTPropertyListXml::write(reals));
+    QVERIFY(back);
+    QCOMPARE(back->toList(), reals);
+    const auto nan = VTPropertyListXml::read(VTPropertyListXml::write(QVariantList{std::nan("")}));
+    QVERIFY(nan && std::isnan(nan->toList().value(0).toDouble()));
+}
+
+// Random trees of every type survive write then read unchanged.
+void PropertyListXmlTest::randomTreesRoundTrip()
+{
+    QRandomGenerator generator(20261122);
+    std::function<QVariant(int)> make = [&](int depth) -> QVariant {
+        switch (generator.bounded(depth > 3 ? 6 : 8)) {
+        case 0: return generator.bounded(2) == 1;
+        case 1: return qint64(generator.generate64());
+        case 2: return generator.generateDouble() * 1e6 - 5e5;
+        case 3: {
+            QString text;
+            for (int i = generator.bounded(12); i > 0; --i)
+                text += QChar(char16_t(generator.bounded(0x20, 0xD7FF)));
+            return text;
+        }
+        case 4: {
+            QByteArray bytes(generator.bounded(20), Qt::Uninitialized);
+            for (char &c : bytes)
+                c = char(generator.bounded(256));
+            return bytes;
+        }
+        case 5: return QDateTime::fromMSecsSinceEpoch(qint64(generator.bounded(4'000'000'000U)) * 1000, Qt::UTC);
+        case 6: {
+            QVariantList list;
+            for (int i = generator.bounded(5); i > 0; --i)
+                list.append(make(depth + 1));
+            return list;
+        }
+        default: {
+            QVariantMap map;
+            for (int i = generator.bounded(5); i > 0; --i)
+                map.insert(QString::number(generator.bounded(1000)), make(depth + 1));
+            return map;
+        }
+        }
+    };
+    for (int round = 0; round < 300; ++round) {
+        const QVariant tree = make(0);
+        QVERIFY(VTPropertyListXml::isPropertyListValue(tree));
+        const auto back = VTPropertyListXml::read(VTPropertyListXml::write(tree));
+        QVERIFY2(back, VTPropertyListXml::write(tree).constData());
+        QCOMPARE(VTPropertyListXml::write(*back), VTPropertyListXml::write(tree));
+    }
+}
+
+QTEST_GUILESS_MAIN(PropertyListXmlTest)
+#include "propertylistxmltest.moc"
