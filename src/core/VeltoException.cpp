@@ -7,6 +7,7 @@
 #include <execinfo.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -34,10 +35,19 @@ QString symbolisedFrame(int index, quintptr address)
         return u"%1??  0x%2"_s.arg(number).arg(address, 0, 16);
     QString binary = QString::fromUtf8(info.dli_fname);
     binary = binary.mid(binary.lastIndexOf(u'/') + 1);
+    // Without a visible symbol, the offset into the binary is what addr2line needs.
     if (info.dli_sname == nullptr)
-        return u"%1%2  0x%3"_s.arg(number, binary).arg(address, 0, 16);
+        return u"%1%2  + 0x%3"_s.arg(number, binary).arg(address - reinterpret_cast<quintptr>(info.dli_fbase), 0, 16);
     const quintptr offset = address - reinterpret_cast<quintptr>(info.dli_saddr);
     return u"%1%2  %3 + %4"_s.arg(number, binary, demangled(info.dli_sname)).arg(offset);
+}
+
+bool isConstructorFrame(const void *returnAddress)
+{
+    Dl_info info{};
+    const auto *lookup = static_cast<const char *>(returnAddress) - 1;
+    return dladdr(lookup, &info) != 0 && info.dli_sname != nullptr
+        && std::strncmp(info.dli_sname, "_ZN14VeltoExceptionC", 20) == 0;
 }
 
 } // namespace
@@ -57,8 +67,12 @@ VeltoException::VeltoException(const QString &name, const QString &reason) : d(n
     d->reason = reason;
     void *frames[MaximumFrames];
     const int count = backtrace(frames, MaximumFrames);
-    // Frame 0 is this constructor; the stack starts at the code that made the exception.
-    for (int i = 1; i < count; ++i)
+    // The stack starts at the code that made the exception: skip this constructor's frames (one, or
+    // two where the compiler keeps the complete-object and base-object constructors apart).
+    int first = 1;
+    while (first < count && isConstructorFrame(frames[first]))
+        ++first;
+    for (int i = first; i < count; ++i)
         d->addresses.append(reinterpret_cast<quintptr>(frames[i]));
     d->what = description().toUtf8();
 }

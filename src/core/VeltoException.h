@@ -51,7 +51,8 @@ public:
     [[nodiscard]] QString description() const;
     /**
      * callStackSymbols: one line per frame, innermost first, "index  binary  symbol + offset"; symbols are
-     * demangled where the binary exports them, otherwise the frame shows the address.
+     * demangled where the binary exports them, otherwise the frame shows "binary  + 0xoffset", the
+     * offset into the binary that addr2line takes.
      */
     [[nodiscard]] QStringList callStackSymbols() const;
     /// callStackReturnAddresses: the raw return addresses behind callStackSymbols().
