@@ -183,7 +183,16 @@ QString VeltoBundle::localizedString(const QString &key, const QString &value, c
 QStringList VeltoBundle::preferredLanguages()
 {
     const QStringList stored = VeltoUserDefaults::standardUserDefaults()->objectForKey(PreferredLanguagesKey).toStringList();
-    return stored.isEmpty() ? QLocale::system().uiLanguages() : stored;
+    if (!stored.isEmpty())
+        return stored;
+    // The C and POSIX locales name no language; their messages are English.
+    QStringList languages = QLocale::system().uiLanguages();
+    for (QString &language : languages) {
+        if (language == u"C" || language == u"POSIX")
+            language = u"en"_s;
+    }
+    languages.removeDuplicates();
+    return languages;
 }
 
 std::shared_ptr<const VeltoBundle> VeltoBundle::mainBundle()

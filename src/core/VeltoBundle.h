@@ -71,7 +71,8 @@ public:
 
     /**
      * preferredLanguages: the user's languages, most preferred first: the list stored in the standard user
-     * defaults under PreferredLanguagesKey when there is one, else the system's UI languages.
+     * defaults under PreferredLanguagesKey when there is one, else the system's UI languages (from
+     * LANGUAGE, LC_ALL, LC_MESSAGES and LANG), with the C and POSIX locales read as "en".
      */
     [[nodiscard]] static QStringList preferredLanguages();
 

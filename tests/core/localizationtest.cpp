@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,6 +27,7 @@ class LocalizationTest : public QObject
     Q_OBJECT
 
 private slots:
+    void instanceAndBundleAreMadeOnceUnderConcurrentFirstUse();
     void initTestCase();
     void init();
     void frameworkBundleIsMadeOnceAndHoldsEveryKey();
@@ -34,6 +37,7 @@ private slots:
     void registeredBundleServesItsBinary();
     void languageFollowsThePreferences_data();
     void languageFollowsThePreferences();
+    void systemLanguagesWhenNoneAreStored();
     void namedTablesAndDefaultValues();
     void malformedTableIsReportedAndReadsEmpty();
     void missingRootHasNoTables();
@@ -55,6 +59,34 @@ QString LocalizationTest::makeBundle(const QString &name, const QMap<QString, QB
             qFatal("cannot write %s", qPrintable(path));
     }
     return root;
+}
+
+// Runs first, before anything in this process has asked for the library object or its bundle.
+void LocalizationTest::instanceAndBundleAreMadeOnceUnderConcurrentFirstUse()
+{
+    constexpr int ThreadCount = 8;
+    std::vector<VeltoCore *> instances(ThreadCount);
+    std::vector<const VeltoBundle *> bundles(ThreadCount);
+    std::atomic<int> ready{0};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < ThreadCount; ++t) {
+        threads.emplace_back([&, t] {
+            ++ready;
+            while (ready.load() < ThreadCount) {
+            }
+            instances[t] = VeltoCore::instance();
+            bundles[t] = VeltoCoreBundle().get();
+        });
+    }
+    for (auto &thread : threads)
+        thread.join();
+    QVERIFY(instances.front() != nullptr);
+    QVERIFY(bundles.front() != nullptr);
+    for (int t = 1; t < ThreadCount; ++t) {
+        QCOMPARE(instances[t], instances.front());
+        QCOMPARE(bundles[t], bundles.front());
+    }
+    QVERIFY(!VeltoCore::instance()->isDebugBuild());
 }
 
 void LocalizationTest::initTestCase()
@@ -169,6 +201,18 @@ void LocalizationTest::languageFollowsThePreferences()
     QCOMPARE(bundle.localizations(), (QStringList{u"de"_s, u"en"_s, u"pt-BR"_s}));
     QCOMPARE(bundle.localizationLanguage(), language);
     QCOMPARE(VeltoLocalizeInBundle(u"_Choose Folder"_s, &bundle), text);
+}
+
+void LocalizationTest::systemLanguagesWhenNoneAreStored()
+{
+    VeltoUserDefaults::standardUserDefaults()->removeObjectForKey(VeltoBundle::PreferredLanguagesKey);
+    QStringList expected = QLocale::system().uiLanguages();
+    expected.replaceInStrings(QRegularExpression(u"^(C|POSIX)$"_s), u"en"_s);
+    expected.removeDuplicates();
+    QCOMPARE(VeltoBundle::preferredLanguages(), expected);
+    QVERIFY(!VeltoBundle::preferredLanguages().contains(u"C"_s)); // the tests run with LC_ALL=C.UTF-8
+    VeltoUserDefaults::standardUserDefaults()->setObject(QStringList(), VeltoBundle::PreferredLanguagesKey);
+    QCOMPARE(VeltoBundle::preferredLanguages(), expected); // an empty stored list counts as none
 }
 
 void LocalizationTest::namedTablesAndDefaultValues()

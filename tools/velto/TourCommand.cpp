@@ -18,6 +18,7 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
+#include <limits>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -118,16 +119,12 @@ void errorStop(Tour &tour)
     tour.say(u"the unknown error:          %1"_s.arg(quoted(VeltoError::unknownErrorVelto().descriptionForUserVelto())));
 }
 
-[[noreturn]] void checkIndex(qsizetype index, qsizetype count)
-{
-    throw VeltoException(VeltoRangeException, u"index %1 beyond bounds [0 .. %2]"_s.arg(index).arg(count - 1));
-}
-
 void exceptionStop(Tour &tour)
 {
     tour.stop(u"Programming errors are exceptions with a call stack"_s);
+    tour.say(u"asking for a random number between 0 and the largest 64-bit value (a range too big to count):"_s);
     try {
-        checkIndex(7, 3);
+        (void)VeltoRandom_UIntegerBetween(0, std::numeric_limits<quint64>::max());
     } catch (const VeltoException &exception) {
         tour.say(u"caught %1: %2"_s.arg(exception.name(), exception.reason()));
         const QStringList frames = exception.callStackSymbols();
