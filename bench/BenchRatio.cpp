@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,28 +23,47 @@ class RatioReporter : public benchmark::ConsoleReporter
 public:
     void ReportRuns(const std::vector<Run> &runs) override
     {
+        // With repetitions the mean stands for the benchmark; a single run stands for itself.
         for (const Run &run : runs) {
-            if (run.run_type == Run::RT_Iteration && !run.error_occurred && run.iterations > 0)
-                nanoseconds[run.benchmark_name()] = run.real_accumulated_time * 1e9 / double(run.iterations);
+            if (run.error_occurred)
+                continue;
+            const std::string name = run.run_name.str();
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "mean")
+                nanoseconds[name] = run.GetAdjustedRealTime() * timeUnitToNanoseconds(run.time_unit);
+            else if (run.run_type == Run::RT_Iteration && run.iterations > 0 && !means.count(name))
+                nanoseconds[name] = run.real_accumulated_time * 1e9 / double(run.iterations);
+            if (run.run_type == Run::RT_Aggregate)
+                means.insert(name);
         }
         ConsoleReporter::ReportRuns(runs);
     }
 
     void printRatios() const
     {
-        std::printf("\n%-52s %12s %12s %8s\n", "ours vs baseline", "ours ns", "baseline ns", "ratio");
+        std::printf("\n%-66s %12s %12s %8s\n", "ours vs baseline", "ours ns", "baseline ns", "ratio");
         for (const auto &[ours, baseline] : pairs()) {
             const auto a = nanoseconds.find(ours);
             const auto b = nanoseconds.find(baseline);
             if (a == nanoseconds.end() || b == nanoseconds.end())
                 continue;
-            std::printf("%-52s %12.3f %12.3f %8.2f\n", (ours + " / " + baseline).c_str(), a->second, b->second,
+            std::printf("%-66s %12.3f %12.3f %8.2f\n", (ours + " / " + baseline).c_str(), a->second, b->second,
                         a->second / b->second);
         }
     }
 
 private:
+    static double timeUnitToNanoseconds(benchmark::TimeUnit unit)
+    {
+        switch (unit) {
+        case benchmark::kSecond: return 1e9;
+        case benchmark::kMillisecond: return 1e6;
+        case benchmark::kMicrosecond: return 1e3;
+        default: return 1.0;
+        }
+    }
+
     std::map<std::string, double> nanoseconds;
+    std::set<std::string> means;
 };
 
 } // namespace

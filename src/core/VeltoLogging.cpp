@@ -1,6 +1,6 @@
 #include "VeltoLogging.h"
 
-#include <chrono>
+#include <time.h>
 
 namespace {
 
@@ -14,8 +14,12 @@ constexpr double MuteDuration = 10.0;
 
 double VeltoLog_CurrentTime() noexcept
 {
-    using namespace std::chrono;
-    return duration<double>(system_clock::now().time_since_epoch()).count() - ReferenceDateOffset;
+    // Flood control works in seconds; the coarse clock (a few milliseconds of resolution) is read
+    // without touching the hardware counter and costs a fraction of the precise one.
+    timespec now{};
+    if (clock_gettime(CLOCK_REALTIME_COARSE, &now) != 0)
+        clock_gettime(CLOCK_REALTIME, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) * 1e-9 - ReferenceDateOffset;
 }
 
 bool VeltoLog_ShouldLogWithFloodControlData(VeltoLogFloodControlData *data)

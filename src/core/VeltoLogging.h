@@ -42,7 +42,7 @@ inline constexpr QLatin1StringView VeltoLogFloodControlMessage{
     return std::atomic_ref<bool>(const_cast<bool &>(enabledVariable)).load(std::memory_order_relaxed);
 }
 
-/// VeltoLog_CurrentTime: the flood-control clock, seconds since 2001-01-01 00:00:00 UTC.
+/// VeltoLog_CurrentTime: the flood-control clock, seconds since 2001-01-01 00:00:00 UTC, to a few milliseconds.
 [[nodiscard]] VELTOCORE_EXPORT double VeltoLog_CurrentTime() noexcept;
 
 /**
