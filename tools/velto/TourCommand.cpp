@@ -1,6 +1,7 @@
 // `velto tour`: each stop shows one part of the library at work on real files in a temporary folder.
 
 #include "Commands.h"
+#include "Tour.h"
 
 #include "VeltoBundle.h"
 #include "VeltoCore.h"
@@ -33,38 +34,6 @@ void tourMessageHandler(QtMsgType, const QMessageLogContext &, const QString &me
 {
     *tourOut << "    log | " << message << '\n';
     tourOut->flush();
-}
-
-class Tour
-{
-public:
-    Tour(QTextStream &out, const QString &folder) : out(out), folder(folder) {}
-
-    void stop(const QString &title)
-    {
-        out << '\n' << u"== %1. %2 "_s.arg(++number).arg(title).leftJustified(78, u'=') << '\n';
-    }
-    void say(const QString &line) { out << "  " << line << '\n'; out.flush(); }
-    QString path(const QString &name) const { return QDir(folder).filePath(name); }
-    bool writeFile(const QString &name, const QByteArray &contents) const
-    {
-        QDir().mkpath(QFileInfo(path(name)).path());
-        QFile file(path(name));
-        return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-    }
-
-    QTextStream &out;
-    QString folder;
-
-private:
-    int number = 0;
-};
-
-QString quoted(const QString &text)
-{
-    QString shown = text;
-    shown.replace(u'\n', u"\\n"_s);
-    return u"\"%1\""_s.arg(shown);
 }
 
 void libraryStop(Tour &tour)
@@ -214,13 +183,12 @@ int runTourCommand(QTextStream &out)
         std::make_shared<VeltoUserDefaults>(QDir(folder.path()).filePath(u"defaults.plist"_s)));
 
     Tour tour(out, folder.path());
-    libraryStop(tour);
-    translationStop(tour);
-    errorStop(tour);
-    exceptionStop(tour);
-    defaultsStop(tour);
-    loggingStop(tour);
-    systemStop(tour);
+    // Each stop shows one subsystem; later subsystems add theirs at the end.
+    const std::initializer_list<void (*)(Tour &)> stops = {
+        libraryStop, translationStop, errorStop, exceptionStop, defaultsStop, loggingStop, systemStop,
+    };
+    for (const auto stop : stops)
+        stop(tour);
 
     VeltoUserDefaults::setStandardUserDefaults(nullptr);
     qInstallMessageHandler(previous);

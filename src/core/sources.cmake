@@ -1,0 +1,40 @@
+# Files of src/core in the VeltoCore library.
+velto_core_sources(
+  PUBLIC_HEADERS
+    VeltoAlertPresenter.h
+    VeltoApplication.h
+    VeltoBundle.h
+    VeltoCore.h
+    VeltoError.h
+    VeltoException.h
+    VeltoLocalization.h
+    VeltoLogDomain.h
+    VeltoLogDomainOption.h
+    VeltoLogDomainOption_BOOL.h
+    VeltoLogDomainOption_PlistObject.h
+    VeltoLogging.h
+    VeltoLogSink.h
+    VeltoUserDefaults.h
+    Object+VeltoCoreCast.h
+    Variant+VeltoCore.h
+  SOURCES
+    VeltoAlertPresenter.cpp
+    VeltoApplication.cpp
+    VeltoBundle.cpp
+    VeltoCore.cpp
+    VeltoCoreLogging_p.h
+    VeltoCoreLogging.cpp
+    VeltoError.cpp
+    VeltoException.cpp
+    VeltoLocalization.cpp
+    VeltoLogDomain.cpp
+    VeltoLogDomainOption.cpp
+    VeltoLogDomainOption_BOOL.cpp
+    VeltoLogDomainOption_PlistObject.cpp
+    VeltoLogging.cpp
+    VeltoLogSink.cpp
+    VeltoUserDefaults.cpp
+    VTPropertyListXml_p.h
+    VTPropertyListXml.cpp
+    Variant+VeltoCore.cpp
+)

@@ -1,0 +1,13 @@
+# Files of src/system in the VeltoCore library.
+velto_core_sources(
+  PUBLIC_HEADERS
+    VeltoRandom.h
+    VeltoSystemInfo.h
+    VeltoSystemVersions.h
+  SOURCES
+    VeltoRandom.cpp
+    VeltoSystemInfo.cpp
+    VeltoSystemVersions.cpp
+    VTSysctl_p.h
+    VTSysctl.cpp
+)
