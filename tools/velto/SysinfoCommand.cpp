@@ -19,7 +19,7 @@ QString orUnknown(const QString &value)
 
 } // namespace
 
-int runSysinfoCommand(QTextStream &out)
+int runSysinfoCommand(const QStringList &, QTextStream &out, QTextStream &)
 {
     const QList<std::pair<QString, QString>> facts = {
         {u"system version"_s, VeltoSystemVersion_PrettyString()},
@@ -42,3 +42,10 @@ int runSysinfoCommand(QTextStream &out)
     out.flush();
     return 0;
 }
+
+namespace {
+
+const bool registered = registerCommand(
+    {"sysinfo", "facts about this machine and system, one per line as \"name: value\"", runSysinfoCommand});
+
+} // namespace

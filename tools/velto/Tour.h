@@ -1,8 +1,7 @@
 #pragma once
 
 // The guided tour's frame: numbered stops, indented lines, files in the tour's temporary folder.
-// A subsystem's stop is a function `void <name>TourStop(Tour &)` declared here and listed in
-// runTourCommand().
+// A subsystem's stop is a function taking a Tour, registered with registerTourStop() (Commands.h).
 
 #include <QDir>
 #include <QFile>

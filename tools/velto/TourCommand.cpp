@@ -167,9 +167,14 @@ void systemStop(Tour &tour)
     tour.say(u"six dice after seeding with 7: %1 (the same on every run)"_s.arg(dice.join(u' ')));
 }
 
+const bool frameStops = registerTourStop(100, libraryStop) && registerTourStop(110, translationStop)
+    && registerTourStop(120, errorStop) && registerTourStop(130, exceptionStop)
+    && registerTourStop(140, defaultsStop) && registerTourStop(150, loggingStop)
+    && registerTourStop(190, systemStop);
+
 } // namespace
 
-int runTourCommand(QTextStream &out)
+int runTourCommand(const QStringList &, QTextStream &out, QTextStream &)
 {
     QTemporaryDir folder;
     if (!folder.isValid()) {
@@ -183,11 +188,7 @@ int runTourCommand(QTextStream &out)
         std::make_shared<VeltoUserDefaults>(QDir(folder.path()).filePath(u"defaults.plist"_s)));
 
     Tour tour(out, folder.path());
-    // Each stop shows one subsystem; later subsystems add theirs at the end.
-    const std::initializer_list<void (*)(Tour &)> stops = {
-        libraryStop, translationStop, errorStop, exceptionStop, defaultsStop, loggingStop, systemStop,
-    };
-    for (const auto stop : stops)
+    for (const auto stop : registeredTourStops())
         stop(tour);
 
     VeltoUserDefaults::setStandardUserDefaults(nullptr);
@@ -195,3 +196,10 @@ int runTourCommand(QTextStream &out)
     out << "\nEnd of the tour; the temporary folder is removed.\n";
     return 0;
 }
+
+namespace {
+
+const bool tourCommand = registerCommand(
+    {"tour", "a short guided run through the library on real files in a temporary folder", runTourCommand});
+
+} // namespace

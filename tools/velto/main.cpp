@@ -1,5 +1,6 @@
 // velto: the command-line face of VeltoCore. `velto tour` walks through what the library does on real
-// files in a temporary folder; the other commands answer one question each.
+// files in a temporary folder; the other commands answer one question each. Commands register
+// themselves (Commands.h).
 
 #include "Commands.h"
 
@@ -10,13 +11,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto Usage = R"(usage: velto <command> [arguments]
-
-Commands:
-  tour       a short guided run through the library on real files in a temporary folder
-  sysinfo    facts about this machine and system, one per line as "name: value"
-  help       this text (also --help, -h)
-)";
+void printUsage(QTextStream &stream)
+{
+    stream << "usage: velto <command> [arguments]\n\nCommands:\n";
+    for (const VeltoCommand &command : registeredCommands())
+        stream << "  " << QString::fromLatin1(command.name).leftJustified(10) << ' ' << command.summary << '\n';
+    stream << "  " << u"help"_s.leftJustified(10) << " this text (also --help, -h)\n";
+}
 
 } // namespace
 
@@ -29,15 +30,16 @@ int main(int argc, char *argv[])
     QTextStream err(stderr);
 
     const QStringList arguments = app.arguments().mid(1);
-    const QString command = arguments.value(0);
-    if (command.isEmpty() || command == u"help" || command == u"--help" || command == u"-h") {
-        out << Usage;
-        return command.isEmpty() ? 2 : 0;
+    const QString name = arguments.value(0);
+    if (name.isEmpty() || name == u"help" || name == u"--help" || name == u"-h") {
+        printUsage(name.isEmpty() ? err : out);
+        return name.isEmpty() ? 2 : 0;
     }
-    if (command == u"tour")
-        return runTourCommand(out);
-    if (command == u"sysinfo")
-        return runSysinfoCommand(out);
-    err << "velto: unknown command \"" << command << "\"\n\n" << Usage;
+    for (const VeltoCommand &command : registeredCommands()) {
+        if (name == QLatin1StringView(command.name))
+            return command.run(arguments.mid(1), out, err);
+    }
+    err << "velto: unknown command \"" << name << "\"\n\n";
+    printUsage(err);
     return 2;
 }
