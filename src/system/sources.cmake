@@ -11,3 +11,12 @@ velto_core_sources(
     VTSysctl_p.h
     VTSysctl.cpp
 )
+# Product versions and release dates.
+velto_core_sources(
+  PUBLIC_HEADERS
+    VeltoDate.h
+    VeltoVersion.h
+  SOURCES
+    VeltoDate.cpp
+    VeltoVersion.cpp
+)
