@@ -46,7 +46,7 @@ public:
             const auto b = nanoseconds.find(baseline);
             if (a == nanoseconds.end() || b == nanoseconds.end())
                 continue;
-            std::printf("%-66s %12.3f %12.3f %8.2f\n", (ours + " / " + baseline).c_str(), a->second, b->second,
+            std::printf("%-66s %12.3f %12.3f %8.3g\n", (ours + " / " + baseline).c_str(), a->second, b->second,
                         a->second / b->second);
         }
     }

@@ -2,5 +2,36 @@
 velto_core_sources(
   PUBLIC_HEADERS
     VeltoRange.h
+    VeltoRangeUtil.h
+    VeltoBinarySearch.h
+    VeltoAbstractRangeArray.h
+    VeltoMutableRangeArray.h
+    VeltoRangeArray.h
+    VeltoBoxedRangeArray.h
+    Variant+VeltoRanges.h
+    List+VeltoCore.h
+    VeltoCollection.h
+    VeltoIndexSet.h
+    VeltoSpatialEdge.h
+    VeltoSpatialArray.h
+    VeltoFloatArray.h
+    VeltoFloatVector.h
+    VeltoDirectArray.h
+    VeltoMutableOrderedSet.h
+    VeltoObjectPool.h
   SOURCES
+    VeltoRangeUtil.cpp
+    VeltoAbstractRangeArray.cpp
+    VeltoMutableRangeArray.cpp
+    VeltoRangeArray.cpp
+    VeltoBoxedRangeArray.cpp
+    Variant+VeltoRanges.cpp
+    List+VeltoCore.cpp
+    VeltoIndexSet.cpp
+    VeltoSpatialEdge.cpp
+    VTIdentityMap_p.h
+    VeltoSpatialArray.cpp
+    VeltoFloatArray.cpp
+    VeltoFloatVector.cpp
+    VeltoDirectArray.cpp
 )

@@ -1,0 +1,26 @@
+#pragma once
+
+/**
+ * \file VeltoSpatialEdge.h
+ * \brief VeltoSpatialEdge: a one-dimensional extent of floating-point coordinates (location, length),
+ * such as the vertical span of a laid-out item; the key of VeltoSpatialArray.
+ */
+
+#include "veltocore_export.h"
+
+#include <QString>
+
+/// VeltoSpatialEdge: the extent from location to location + length.
+struct VeltoSpatialEdge
+{
+    double location = 0;
+    double length = 0;
+
+    /// end: location + length.
+    [[nodiscard]] constexpr double end() const noexcept { return location + length; }
+    /// Equal when both location and length are equal.
+    constexpr bool operator==(const VeltoSpatialEdge &) const noexcept = default;
+};
+
+/// VeltoSpatialEdge_ToString: "{loc=%.f, len=%.f}", both numbers without fractional digits ("{loc=10, len=5}").
+[[nodiscard]] VELTOCORE_EXPORT QString VeltoSpatialEdge_ToString(VeltoSpatialEdge edge);
