@@ -104,23 +104,17 @@ void ContainersTest::floatArrayBoundsErrors()
 void ContainersTest::floatVectorGrowsByDoubling()
 {
     auto vector = VeltoFloatVector::initWithCapacity(2);
-    QCOMPARE(vector->count(), 0u);
-    vector->addFloat(1);
-    vector->addFloat(3);
-    vector->addFloat(4);
+    for (const double value : {1, 3, 4})
+        vector->addFloat(value);
     QCOMPARE(vector->capacity(), 4u);
     vector->insertFloat(2, 1);
     vector->insertFloat(0, 0);
     QCOMPARE(vector->capacity(), 8u);
-    QVERIFY(vector->isEqual(QVariantList{0, 1, 2, 3, 4}));
-    vector->removeFloatAtIndex(0);
-    vector->removeFloatAtIndex(3);
-    QVERIFY(vector->isEqual(QVariantList{1, 2, 3}));
+    vector->removeFloatAtIndex(4);
+    QVERIFY(vector->isEqual(QVariantList{0, 1, 2, 3}));
     vector->removeAllFloats();
     QCOMPARE(vector->count(), 0u);
-    QCOMPARE(vector->capacity(), 8u);
-    const double two[] = {5, 6};
-    QCOMPARE(VeltoFloatVector::initWithFloats(two, 2)->count(), 2u);
+    QCOMPARE(vector->capacity(), 8u); // emptying keeps the buffer
 }
 
 void ContainersTest::directArray()
@@ -134,9 +128,6 @@ void ContainersTest::directArray()
     const QVariant *begin = names->bufferForObjectRangeVelto({1, 2}, &end);
     QCOMPARE(end - begin, 2);
     QCOMPARE(begin->toString(), u"alpha"_s);
-    auto same = VeltoDirectArray::initWithCapacity(4);
-    same->addObjectsFromArray({u"Gamma"_s, u"alpha"_s, u"beta"_s, u"delta"_s});
-    QVERIFY(names->isEqualToVeltoDirectArray(*same));
 
     // Destruction releases the elements.
     const auto shared = std::make_shared<int>(1);
@@ -157,8 +148,6 @@ void ContainersTest::orderedSetKeepsStalePositions()
     set.addObjectIfNotNilVelto(QString());
     set.addObjectsFromVeltoCollection(QStringList{u"c"_s, u"b"_s});
     QCOMPARE(set.allObjectsVelto(), (QStringList{u"a"_s, u"b"_s, u"c"_s}));
-    QCOMPARE(set.anyObjectVelto(), std::optional<QString>(u"a"_s));
-    QVERIFY(set.containsObjectVelto(u"c"_s));
 
     // Positions are not renumbered: after removing a, c still answers its old position 2.
     set.removeObject(u"a"_s);
@@ -170,9 +159,6 @@ void ContainersTest::orderedSetKeepsStalePositions()
     QCOMPARE(set.count(), 2u);
     set.removeObjectAtIndex(0);
     QCOMPARE(set.allObjectsVelto(), QStringList{u"c"_s});
-    QVERIFY(!set.containsObject(u"b"_s));
-    set.removeAllObjects();
-    QCOMPARE(set.count(), 0u);
 
     // Pointers give identity: two equal strings in different objects are two members.
     QString first = u"x"_s, second = u"x"_s;
@@ -196,13 +182,11 @@ void ContainersTest::objectPoolIsALastInFirstOutStack()
     QCOMPARE(pool.newDepooledObject(), first);
     QVERIFY(!pool.newDepooledObject());
 
+    // The last object pooled is the first one handed out.
     VeltoObjectPool<QObject> objects(2, 3);
     const auto object = std::make_shared<QObject>();
-    QVERIFY(objects.poolObject(std::make_shared<QObject>()));
-    QVERIFY(objects.poolObject(object));
-    QVERIFY(objects.description().contains(u"next=QObject<"_s));
+    QVERIFY(objects.poolObject(std::make_shared<QObject>()) && objects.poolObject(object));
     QCOMPARE(objects.newDepooledObject(), object);
-    QCOMPARE(objects.capacity(), 3u);
 }
 
 void ContainersTest::objectPoolFromSeveralThreads()

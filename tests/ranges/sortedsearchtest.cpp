@@ -39,7 +39,6 @@ class SortedSearchTest : public QObject
     Q_OBJECT
 
 private slots:
-    void binarySearch_data();
     void binarySearch();
     void anyOtherAnswerCountsAsEqual();
     void binarySearchMatchesLowerBound();
@@ -52,31 +51,15 @@ private slots:
     void boundsAndSortedness();
 };
 
-void SortedSearchTest::binarySearch_data()
-{
-    QTest::addColumn<int>("sought");
-    QTest::addColumn<quint64>("found");
-    QTest::addColumn<quint64>("insertion");
-    QTest::addColumn<quint64>("nearest");
-    const quint64 none = VeltoNotFound;
-    QTest::newRow("3, first of the run") << 3 << quint64(1) << quint64(99) << quint64(1);
-    QTest::newRow("4") << 4 << none << quint64(4) << quint64(4);
-    QTest::newRow("0") << 0 << none << quint64(0) << quint64(0);
-    QTest::newRow("9") << 9 << none << quint64(5) << none;
-    QTest::newRow("7") << 7 << quint64(4) << quint64(99) << quint64(4);
-}
-
 void SortedSearchTest::binarySearch()
 {
-    QFETCH(int, sought);
-    QFETCH(quint64, found);
-    QFETCH(quint64, insertion);
-    QFETCH(quint64, nearest);
+    // Found and insertion indexes are compared with std::lower_bound below; these show the nearest index.
     const QList<int> list{1, 3, 3, 3, 7};
     quint64 insertionIndex = 99; // left alone after a match
-    QCOMPARE(velto::indexOfSortedObjectVelto(list, sought, byValue, &insertionIndex), found);
-    QCOMPARE(insertionIndex, insertion);
-    QCOMPARE(velto::nearestIndexOfSortedObjectVelto(list, sought, byValue), nearest);
+    QCOMPARE(velto::indexOfSortedObjectVelto(list, 3, byValue, &insertionIndex), 1u); // the first of the run
+    QCOMPARE(insertionIndex, 99u);
+    for (const auto &[sought, nearest] : {std::pair{3, quint64(1)}, {4, 4}, {0, 0}, {9, VeltoNotFound}, {7, 4}})
+        QCOMPARE(velto::nearestIndexOfSortedObjectVelto(list, sought, byValue), nearest);
     quint64 unused = 0;
     QCOMPARE(VeltoIndexOfBinarySearch(0, &unused, [](quint64) { return qint64(0); }), VeltoNotFound);
     QCOMPARE(unused, 0u);
@@ -94,7 +77,7 @@ void SortedSearchTest::anyOtherAnswerCountsAsEqual()
 
 void SortedSearchTest::binarySearchMatchesLowerBound()
 {
-    QRandomGenerator random = seededGenerator(21);
+    QRandomGenerator random(21);
     for (int round = 0; round < 2000; ++round) {
         QList<int> list(random.bounded(0, 40));
         for (int &value : list)
@@ -186,10 +169,9 @@ void SortedSearchTest::reverseAndRandomize()
     QCOMPARE(shuffled(), first);
     QList<int> sorted = first;
     std::sort(sorted.begin(), sorted.end());
-    QList<int> identity(50);
-    std::iota(identity.begin(), identity.end(), 0);
-    QCOMPARE(sorted, identity);
-    QVERIFY(first != identity);
+    QVERIFY(sorted != first);
+    for (int i = 0; i < 50; ++i)
+        QCOMPARE(sorted[i], i);
 
     QCOMPARE(velto::arrayByAddingObjectVelto(QVariant(), QVariantList{1}), QVariantList{1});
     QCOMPARE(velto::arrayByRemovingObjectVelto(QStringList{u"a"_s, u"b"_s, u"a"_s}, u"a"_s), (QStringList{u"b"_s, u"a"_s}));

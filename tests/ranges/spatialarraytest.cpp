@@ -53,7 +53,6 @@ class SpatialArrayTest : public QObject
 
 private slots:
     void edgeTextAndBoxing();
-    void queries_data();
     void queries();
     void lookupsEnumerationAndLifetime();
     void stopFlag();
@@ -69,34 +68,23 @@ void SpatialArrayTest::edgeTextAndBoxing()
                          u"A value of type int was given where a boxed VeltoSpatialEdge is expected"_s);
 }
 
-void SpatialArrayTest::queries_data()
-{
-    QTest::addColumn<QList<VeltoSpatialEdge>>("edges"); // object i + 1 has edges[i]
-    QTest::addColumn<VeltoSpatialEdge>("query");
-    QTest::addColumn<QList<int>>("expected");
-    const QList<VeltoSpatialEdge> touching{{0, 10}, {10, 5}};
-    QTest::newRow("query at the joint") << touching << VeltoSpatialEdge{10, 0} << QList<int>{1, 2};
-    QTest::newRow("query past the first end") << touching << VeltoSpatialEdge{10.5, 1} << QList<int>{2};
-    const QList<VeltoSpatialEdge> point{{5, 0}, {20, 3}};
-    QTest::newRow("empty entry, query at it") << point << VeltoSpatialEdge{5, 0} << QList<int>{1};
-    QTest::newRow("empty entry at query end") << point << VeltoSpatialEdge{0, 5} << QList<int>{1};
-    QTest::newRow("empty entry before query") << point << VeltoSpatialEdge{5.5, 1} << QList<int>{};
-    QTest::newRow("query below everything") << point << VeltoSpatialEdge{-10, 40} << QList<int>{1, 2};
-    QTest::newRow("query above everything") << point << VeltoSpatialEdge{24, 1} << QList<int>{};
-    const QList<VeltoSpatialEdge> nested{{0, 100}, {10, 5}, {40, 20}, {50, 1}};
-    QTest::newRow("inside the long one") << nested << VeltoSpatialEdge{45, 2} << QList<int>{1, 3};
-    QTest::newRow("across several") << nested << VeltoSpatialEdge{12, 40} << QList<int>{1, 2, 3, 4};
-}
-
 void SpatialArrayTest::queries()
 {
-    QFETCH(QList<VeltoSpatialEdge>, edges);
-    QFETCH(VeltoSpatialEdge, query);
-    QFETCH(QList<int>, expected);
-    VeltoSpatialArray array;
-    for (int i = 0; i < edges.size(); ++i)
-        array.addObject(object(i + 1), edges[i]);
-    QCOMPARE(idsInEdge(array, query), expected);
+    // Coinciding coordinates; the others are compared with the linear scan below. Object i + 1 has edges[i].
+    const QList<VeltoSpatialEdge> touching{{0, 10}, {10, 5}}, point{{5, 0}, {20, 3}};
+    const QList<std::tuple<QList<VeltoSpatialEdge>, VeltoSpatialEdge, QList<int>>> rows = {
+        {touching, {10, 0}, {1, 2}},                          // a query at the joint
+        {point, {5, 0}, {1}},                                 // an empty entry, the query at it
+        {point, {0, 5}, {1}},                                 // an empty entry at the query's end
+        {point, {5.5, 1}, {}},                                // an empty entry before the query
+        {{{0, 100}, {10, 5}, {40, 20}, {50, 1}}, {45, 2}, {1, 3}}, // inside the long one
+    };
+    for (const auto &[edges, query, expected] : rows) {
+        VeltoSpatialArray array;
+        for (int i = 0; i < edges.size(); ++i)
+            array.addObject(object(i + 1), edges[i]);
+        QCOMPARE(idsInEdge(array, query), expected);
+    }
 }
 
 void SpatialArrayTest::lookupsEnumerationAndLifetime()
@@ -152,7 +140,7 @@ void SpatialArrayTest::stopFlag()
 
 void SpatialArrayTest::queriesMatchLinearScanOnDistinctCoordinates()
 {
-    QRandomGenerator random = seededGenerator(17);
+    QRandomGenerator random(17);
     for (int round = 0; round < 40; ++round) {
         // Coordinates are distinct multiples of 1 (entries) and of 1 + 0.5 (queries): nothing coincides.
         QList<int> free(400);

@@ -8,8 +8,6 @@
 #include <ctime>
 #include <limits>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr quint64 uint64Max = std::numeric_limits<quint64>::max();
@@ -37,12 +35,9 @@ private Q_SLOTS:
     void drawsComeFromTheSeededGenerator();
     void uIntegerBetween_data();
     void uIntegerBetween();
-    void uIntegerBetweenCoversEveryValue();
-    void uIntegerBetweenWithHighBelowLowWraps();
     void fullRangeThrows_data();
     void fullRangeThrows();
-    void locationInRange();
-    void floatStaysInUnitInterval();
+    void locationInRangeAndFloat();
 };
 
 void RandomTest::resetSeedBeforeFirstDrawIsOverwritten()
@@ -57,7 +52,6 @@ void RandomTest::resetSeedBeforeFirstDrawIsOverwritten()
     for (time_t second = before; second <= after; ++second)
         clockSeeded.insert(sequenceAfterSeed(unsigned(second), 1).constFirst());
     QVERIFY(clockSeeded.contains(first));
-
     const long fromSeed42 = sequenceAfterSeed(42, 1).constFirst();
     if (!clockSeeded.contains(fromSeed42))
         QVERIFY(first != fromSeed42);
@@ -65,14 +59,8 @@ void RandomTest::resetSeedBeforeFirstDrawIsOverwritten()
 
 void RandomTest::resetSeedAfterFirstDrawRepeats()
 {
-    (void)VeltoRandom_Int();
-
     const auto draw = [] {
-        QList<double> values;
-        values << VeltoRandom_Int() << double(VeltoRandom_Integer()) << VeltoRandom_Float()
-               << double(VeltoRandom_UIntegerBetween(100, 199))
-               << double(VeltoRandom_LocationInRange(VeltoMakeRange(1000, 50)));
-        return values;
+        return QList<double>{double(VeltoRandom_Int()), double(VeltoRandom_Integer()), VeltoRandom_Float()};
     };
     VeltoRandom_ResetSeed(7);
     const QList<double> first = draw();
@@ -84,15 +72,16 @@ void RandomTest::resetSeedAfterFirstDrawRepeats()
 
 void RandomTest::drawsComeFromTheSeededGenerator()
 {
-    (void)VeltoRandom_Int();
-    const QList<long> expected = sequenceAfterSeed(2024, 5);
-
+    const QList<long> expected = sequenceAfterSeed(2024, 8);
     VeltoRandom_ResetSeed(2024);
     QCOMPARE(long(VeltoRandom_Int()), expected.at(0));
     QCOMPARE(long(VeltoRandom_Integer()), expected.at(1));
     QCOMPARE(VeltoRandom_Float(), double(expected.at(2)) / 2147483647.0);
     QCOMPARE(VeltoRandom_UIntegerBetween(10, 19), 10 + quint64(expected.at(3)) % 10);
     QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(500, 7)), 500 + quint64(expected.at(4)) % 7);
+    // With high below low, high - low + 1 wraps to 2^64 - 4, which every random() value is below.
+    for (int i = 5; i < 8; ++i)
+        QCOMPARE(VeltoRandom_UIntegerBetween(10, 5), 10 + quint64(expected.at(i)));
 }
 
 void RandomTest::uIntegerBetween_data()
@@ -101,11 +90,8 @@ void RandomTest::uIntegerBetween_data()
     QTest::addColumn<quint64>("high");
 
     QTest::newRow("single value") << quint64(5) << quint64(5);
-    QTest::newRow("zero only") << quint64(0) << quint64(0);
     QTest::newRow("digits") << quint64(0) << quint64(9);
-    QTest::newRow("wide") << quint64(1000) << quint64(1000000);
     QTest::newRow("top of the range") << uint64Max - 9 << uint64Max;
-    QTest::newRow("largest value alone") << uint64Max << uint64Max;
     QTest::newRow("all but one value") << quint64(0) << uint64Max - 1;
     QTest::newRow("wider than random()") << quint64(0) << quint64(10000000000ULL);
 }
@@ -116,32 +102,15 @@ void RandomTest::uIntegerBetween()
     QFETCH(quint64, high);
 
     VeltoRandom_ResetSeed(99);
-    for (int i = 0; i < 2000; ++i) {
+    QSet<quint64> seen;
+    for (int i = 0; i < 1000; ++i) {
         const quint64 value = VeltoRandom_UIntegerBetween(low, high);
         QVERIFY2(value >= low && value <= high, qPrintable(QString::number(value)));
+        seen.insert(value);
     }
-}
-
-void RandomTest::uIntegerBetweenCoversEveryValue()
-{
-    VeltoRandom_ResetSeed(3);
-    QSet<quint64> seen;
-    for (int i = 0; i < 1000; ++i)
-        seen.insert(VeltoRandom_UIntegerBetween(0, 9));
-    QCOMPARE(seen, (QSet<quint64>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-
-    for (int i = 0; i < 100; ++i)
-        QCOMPARE(VeltoRandom_UIntegerBetween(5, 5), quint64(5));
-}
-
-void RandomTest::uIntegerBetweenWithHighBelowLowWraps()
-{
-    // high - low + 1 wraps to 2^64 - 4, which every random() value is below: low + random().
-    (void)VeltoRandom_Int();
-    const QList<long> expected = sequenceAfterSeed(11, 3);
-    VeltoRandom_ResetSeed(11);
-    for (const long value : expected)
-        QCOMPARE(VeltoRandom_UIntegerBetween(10, 5), 10 + quint64(value));
+    // Small ranges are covered completely.
+    if (high - low < 10)
+        QCOMPARE(quint64(seen.size()), high - low + 1);
 }
 
 void RandomTest::fullRangeThrows_data()
@@ -151,7 +120,6 @@ void RandomTest::fullRangeThrows_data()
 
     QTest::newRow("zero to largest") << quint64(0) << uint64Max;
     QTest::newRow("one to zero") << quint64(1) << quint64(0);
-    QTest::newRow("largest to one below") << uint64Max << uint64Max - 1;
 }
 
 void RandomTest::fullRangeThrows()
@@ -159,7 +127,6 @@ void RandomTest::fullRangeThrows()
     QFETCH(quint64, low);
     QFETCH(quint64, high);
 
-    (void)VeltoRandom_Int();
     const long next = sequenceAfterSeed(5, 1).constFirst();
     VeltoRandom_ResetSeed(5);
     try {
@@ -169,40 +136,27 @@ void RandomTest::fullRangeThrows()
         QCOMPARE(exception.name(), QString(VeltoInvalidArgumentException));
         QVERIFY2(exception.reason().contains(QString::number(high)), qPrintable(exception.reason()));
     }
-    // Nothing was drawn.
-    QCOMPARE(long(VeltoRandom_Int()), next);
+    QCOMPARE(long(VeltoRandom_Int()), next); // nothing was drawn
 }
 
-void RandomTest::locationInRange()
+void RandomTest::locationInRangeAndFloat()
 {
-    (void)VeltoRandom_Int();
-    const long next = sequenceAfterSeed(17, 1).constFirst();
-
     // An empty range gives its location without drawing.
+    const long next = sequenceAfterSeed(17, 1).constFirst();
     VeltoRandom_ResetSeed(17);
     QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(42, 0)), quint64(42));
     QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(VeltoNotFound, 0)), VeltoNotFound);
-    QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(uint64Max, 0)), uint64Max);
     QCOMPARE(long(VeltoRandom_Int()), next);
-
-    QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(100, 1)), quint64(100));
 
     QSet<quint64> seen;
     for (int i = 0; i < 500; ++i) {
-        const quint64 location = VeltoRandom_LocationInRange(VeltoMakeRange(10, 5));
-        QVERIFY(location >= 10 && location < 15);
-        seen.insert(location);
-    }
-    QCOMPARE(seen.size(), 5);
-
-    // A range that ends at the largest value stays inside it.
-    for (int i = 0; i < 100; ++i)
+        seen.insert(VeltoRandom_LocationInRange(VeltoMakeRange(10, 5)));
+        // A range that ends at the largest value stays inside it.
         QVERIFY(VeltoRandom_LocationInRange(VeltoMakeRange(uint64Max - 3, 4)) >= uint64Max - 3);
-}
+    }
+    QCOMPARE(seen, (QSet<quint64>{10, 11, 12, 13, 14}));
 
-void RandomTest::floatStaysInUnitInterval()
-{
-    VeltoRandom_ResetSeed(123);
+    // Floats spread over the closed unit interval, not stuck in a corner of it.
     double lowest = 1, highest = 0;
     for (int i = 0; i < 10000; ++i) {
         const double value = VeltoRandom_Float();
@@ -210,9 +164,7 @@ void RandomTest::floatStaysInUnitInterval()
         lowest = qMin(lowest, value);
         highest = qMax(highest, value);
     }
-    // Spread over the interval, not stuck in a corner of it.
-    QVERIFY(lowest < 0.01);
-    QVERIFY(highest > 0.99);
+    QVERIFY(lowest < 0.01 && highest > 0.99);
 }
 
 QTEST_GUILESS_MAIN(RandomTest)

@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QLocale>
 #include <QStorageInfo>
 #include <QSysInfo>
 #include <QTemporaryDir>
@@ -23,27 +22,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A fake system tree of real files below a temporary folder, laid out like "/".
-class FakeTree
+struct FakeTree
 {
-public:
-    FakeTree() { QVERIFY(m_dir.isValid()); }
-
-    QString root() const { return m_dir.path(); }
+    QTemporaryDir dir;
 
     // A null content leaves the file out.
     void write(const QString &relativePath, const QByteArray &content)
     {
         if (content.isNull())
             return;
-        const QString path = QDir(m_dir.path()).filePath(relativePath);
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        const QString path = dir.filePath(relativePath);
+        QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(content), content.size());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     }
-
-private:
-    QTemporaryDir m_dir;
+    VTSysctl sysctl(const QString &machine = u"x86_64"_s) const { return VTSysctl(dir.path(), machine); }
 };
 
 const auto cpuinfoPath = u"proc/cpuinfo"_s;
@@ -56,10 +49,10 @@ const auto deviceTreeModelPath = u"proc/device-tree/model"_s;
 QByteArray cpuinfo(const QByteArray &flags, const QByteArray &mhz)
 {
     QByteArray text;
-    for (int processor = 0; processor < 2; ++processor) {
-        text += "processor\t: " + QByteArray::number(processor) + "\nvendor_id\t: AuthenticAMD\n";
+    for (const QByteArray &processor : {QByteArray("0"), QByteArray("1")}) {
+        text += "processor\t: " + processor + "\nvendor_id\t: AuthenticAMD\n";
         if (!mhz.isNull())
-            text += "cpu MHz\t\t: " + (processor == 0 ? mhz : QByteArray("1.000")) + '\n';
+            text += "cpu MHz\t\t: " + (processor == "0" ? mhz : QByteArray("1.000")) + '\n';
         if (!flags.isNull())
             text += "flags\t\t: " + flags + '\n';
         text += '\n';
@@ -67,28 +60,10 @@ QByteArray cpuinfo(const QByteArray &flags, const QByteArray &mhz)
     return text;
 }
 
-// Counts the processors listed in a cpu list such as "0-3,6,8-9".
-std::optional<int> countCpuList(const QByteArray &list)
-{
-    int count = 0;
-    for (const QByteArray &part : list.trimmed().split(',')) {
-        const QList<QByteArray> bounds = part.split('-');
-        bool okFirst = false, okLast = true;
-        const int first = bounds.at(0).toInt(&okFirst);
-        const int last = bounds.size() > 1 ? bounds.at(1).toInt(&okLast) : first;
-        if (!okFirst || !okLast || last < first)
-            return std::nullopt;
-        count += last - first + 1;
-    }
-    return count;
-}
-
 std::optional<QByteArray> readSystemFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return file.readAll();
+    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
 }
 
 } // namespace
@@ -98,10 +73,7 @@ class SystemInfoTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanupTestCase();
-
-    void sysctlNames();
-    void sysctlValueSizes();
+    void sysctlNamesAndValueSizes();
     void cpuIs64BitTriesNamesInOrder_data();
     void cpuIs64BitTriesNamesInOrder();
     void cpuSpeed_data();
@@ -110,68 +82,37 @@ private Q_SLOTS:
     void modelName();
     void envFileValue_data();
     void envFileValue();
-    void distributionName();
-    void prettyHostName();
-
+    void osReleaseAndMachineInfo();
     void thisMachine();
-    void ramIsPhysicalMemory();
-    void currentUserName();
-    void computerName();
-    void rootVolumeName();
     void primaryLanguageCode();
-    void applicationArchitecture();
 };
 
-void SystemInfoTest::cleanupTestCase()
-{
-    VeltoUserDefaults::setStandardUserDefaults(nullptr);
-}
-
-void SystemInfoTest::sysctlNames()
+void SystemInfoTest::sysctlNamesAndValueSizes()
 {
     qint32 value = 12345;
     QVERIFY(Velto_SysCtl_GetIntByName(&value, "hw.ncpu"));
     QCOMPARE(value, qint32(VeltoSystem_CPUCount()));
-    QVERIFY(value >= 1);
     QVERIFY(Velto_SysCtl_GetIntByName(nullptr, "hw.ncpu"));
 
-    // Failures leave the value alone.
-    for (const char *name : {"hw.nosuchname", "hw.NCPU", "hw.ncpu ", "", "kern.ostype"}) {
+    // Failures leave the value alone; values that are not 4-byte integers do not fit a 4-byte read.
+    for (const char *name : std::initializer_list<const char *>{"hw.nosuchname", "hw.NCPU", "", "kern.ostype",
+                                                                "hw.memsize", "hw.model", nullptr}) {
         value = 12345;
         QVERIFY2(!Velto_SysCtl_GetIntByName(&value, name), name);
         QCOMPARE(value, 12345);
     }
-    QVERIFY(!Velto_SysCtl_GetIntByName(&value, nullptr));
-    QCOMPARE(value, 12345);
 
-    // Values that are not 4-byte integers do not fit a 4-byte read.
-    for (const char *name : {"hw.memsize", "hw.cpufrequency_max", "hw.model"}) {
-        QVERIFY2(!Velto_SysCtl_GetIntByName(&value, name), name);
-        QCOMPARE(value, 12345);
-    }
-}
-
-void SystemInfoTest::sysctlValueSizes()
-{
     FakeTree tree;
     tree.write(cpuinfoPath, cpuinfo("fpu lm sse", "2000.000"));
     tree.write(addressBitsPath, "64\n");
     tree.write(dmiModelPath, "Standard PC\n");
-    const VTSysctl sysctl(tree.root(), u"x86_64"_s);
-
-    for (const char *name : {"hw.ncpu", "hw.cpu64bit_capable", "hw.optional.x86_64", "hw.optional.64bitops"}) {
-        const std::optional<QByteArray> bytes = sysctl.valueByName(name);
-        QVERIFY2(bytes, name);
-        QCOMPARE(bytes->size(), 4);
-    }
-    for (const char *name : {"hw.cpufrequency_max", "hw.memsize"}) {
-        const std::optional<QByteArray> bytes = sysctl.valueByName(name);
-        QVERIFY2(bytes, name);
-        QCOMPARE(bytes->size(), 8);
-    }
+    const VTSysctl sysctl = tree.sysctl();
+    for (const char *name : {"hw.ncpu", "hw.cpu64bit_capable", "hw.optional.x86_64", "hw.optional.64bitops"})
+        QCOMPARE(sysctl.valueByName(name).value_or("(none)").size(), 4);
+    for (const char *name : {"hw.cpufrequency_max", "hw.memsize"})
+        QCOMPARE(sysctl.valueByName(name).value_or("(none)").size(), 8);
     QCOMPARE(sysctl.valueByName("hw.model").value_or("(none)"), QByteArray("Standard PC\n"));
     QVERIFY(!sysctl.valueByName("hw.nosuchname"));
-    QVERIFY(!sysctl.valueByName(nullptr));
 
     qint64 hertz = 0;
     QVERIFY(sysctl.int64ByName("hw.cpufrequency_max", &hertz));
@@ -182,15 +123,11 @@ void SystemInfoTest::sysctlValueSizes()
     QVERIFY(!sysctl.int64ByName("hw.ncpu", &hertz));
     QCOMPARE(hertz, 2000000000LL);
 
-    // An empty tree has none of the file-backed names.
-    QTemporaryDir empty;
-    const VTSysctl bare(empty.path(), QString());
-    for (const char *name : {"hw.cpu64bit_capable", "hw.optional.x86_64", "hw.optional.64bitops",
-                             "hw.cpufrequency_max", "hw.model"})
+    // An empty tree has none of the file-backed names; sysconf() answers do not depend on the tree.
+    const VTSysctl bare = FakeTree().sysctl(QString());
+    for (const char *name : {"hw.cpu64bit_capable", "hw.optional.x86_64", "hw.cpufrequency_max", "hw.model"})
         QVERIFY2(!bare.valueByName(name), name);
-    // sysconf() answers do not depend on the tree.
-    QVERIFY(bare.valueByName("hw.ncpu"));
-    QVERIFY(bare.valueByName("hw.memsize"));
+    QVERIFY(bare.valueByName("hw.ncpu") && bare.valueByName("hw.memsize"));
 }
 
 void SystemInfoTest::cpuIs64BitTriesNamesInOrder_data()
@@ -200,20 +137,13 @@ void SystemInfoTest::cpuIs64BitTriesNamesInOrder_data()
     QTest::addColumn<QByteArray>("addressBits");
     QTest::addColumn<bool>("expected");
 
-    const QByteArray none;
-    const QByteArray withLm = "fpu vme lm sse2";
-    const QByteArray withoutLm = "fpu vme pae sse2 lmx";
-
+    const QByteArray none, withLm = "fpu vme lm sse2", withoutLm = "fpu vme pae sse2 lmx";
     QTest::newRow("64-bit machine decides") << u"x86_64"_s << withoutLm << QByteArray("32") << true;
     QTest::newRow("32-bit machine decides") << u"i686"_s << withLm << QByteArray("64") << false;
     QTest::newRow("aarch64") << u"aarch64"_s << none << none << true;
-    QTest::newRow("ppc64le") << u"ppc64le"_s << none << none << true;
-    QTest::newRow("s390x") << u"s390x"_s << none << none << true;
-    QTest::newRow("armv7l") << u"armv7l"_s << none << QByteArray("64") << false;
     QTest::newRow("no machine, lm flag") << QString() << withLm << QByteArray("32") << true;
     QTest::newRow("no machine, no lm flag") << QString() << withoutLm << QByteArray("64") << false;
     QTest::newRow("no flags, 64-bit kernel") << QString() << none << QByteArray("64\n") << true;
-    QTest::newRow("no flags, 32-bit kernel") << QString() << none << QByteArray("32\n") << false;
     QTest::newRow("unreadable address bits") << QString() << none << QByteArray("sixty-four") << false;
     QTest::newRow("nothing answers") << QString() << none << none << false;
 }
@@ -223,12 +153,10 @@ void SystemInfoTest::cpuIs64BitTriesNamesInOrder()
     QFETCH(QString, machine);
     QFETCH(QByteArray, flags);
     QFETCH(QByteArray, addressBits);
-    QFETCH(bool, expected);
-
     FakeTree tree;
     tree.write(cpuinfoPath, cpuinfo(flags, "2000.000"));
     tree.write(addressBitsPath, addressBits);
-    QCOMPARE(VTSysctl(tree.root(), machine).cpuIs64Bit(), expected);
+    QTEST(tree.sysctl(machine).cpuIs64Bit(), "expected");
 }
 
 void SystemInfoTest::cpuSpeed_data()
@@ -240,24 +168,20 @@ void SystemInfoTest::cpuSpeed_data()
     const QByteArray none;
     QTest::newRow("cpufreq wins") << QByteArray("3500000\n") << QByteArray("2596.142") << 3500LL;
     QTest::newRow("cpufreq truncates") << QByteArray("1999999\n") << none << 1999LL;
-    QTest::newRow("cpuinfo when no cpufreq") << none << QByteArray("2596.142") << 2596LL;
     QTest::newRow("cpuinfo truncates") << none << QByteArray("999.999") << 999LL;
     QTest::newRow("unreadable cpufreq") << QByteArray("fast\n") << QByteArray("2400.000") << 2400LL;
     QTest::newRow("zero cpufreq") << QByteArray("0\n") << QByteArray("2400.000") << 2400LL;
     QTest::newRow("unreadable cpuinfo") << none << QByteArray("n/a") << 0LL;
-    QTest::newRow("neither") << none << none << 0LL;
 }
 
 void SystemInfoTest::cpuSpeed()
 {
     QFETCH(QByteArray, maxFreqKHz);
     QFETCH(QByteArray, cpuMHz);
-    QFETCH(qint64, expected);
-
     FakeTree tree;
     tree.write(cpufreqPath, maxFreqKHz);
     tree.write(cpuinfoPath, cpuinfo("fpu lm", cpuMHz));
-    QCOMPARE(VTSysctl(tree.root(), u"x86_64"_s).cpuSpeedMHz(), expected);
+    QTEST(tree.sysctl().cpuSpeedMHz(), "expected");
 }
 
 void SystemInfoTest::modelName_data()
@@ -267,18 +191,13 @@ void SystemInfoTest::modelName_data()
     QTest::addColumn<QString>("expected"); // null for "no model"
 
     const QByteArray none;
-    QTest::newRow("dmi line") << QByteArray("Standard PC (Q35 + ICH9, 2009)\n") << none
-                              << u"Standard PC (Q35 + ICH9, 2009)"_s;
     QTest::newRow("device tree string") << none << QByteArray("Raspberry Pi 4 Model B Rev 1.4\0", 31)
                                         << u"Raspberry Pi 4 Model B Rev 1.4"_s;
-    QTest::newRow("dmi before device tree") << QByteArray("ThinkPad\n") << QByteArray("Board\0", 6)
-                                            << u"ThinkPad"_s;
+    QTest::newRow("dmi before device tree") << QByteArray("ThinkPad\n") << QByteArray("Board\0", 6) << u"ThinkPad"_s;
     QTest::newRow("no terminator") << QByteArray("Model") << none << u"Model"_s;
     QTest::newRow("one line feed dropped") << QByteArray("Model\n\n") << none << u"Model\n"_s;
     QTest::newRow("one zero byte dropped") << none << QByteArray("Model\0\0", 7) << QString(u"Model\0"_s);
     QTest::newRow("empty file") << QByteArray("") << QByteArray("Board\0", 6) << u""_s;
-    QTest::newRow("only a line feed") << QByteArray("\n") << none << u""_s;
-    QTest::newRow("utf-8") << QByteArray("H\xc3\xb6nig B\xc3\xbcro\n") << none << u"H\u00f6nig B\u00fcro"_s;
     QTest::newRow("not utf-8") << QByteArray("\xff\xfe Board\n") << none << QString();
     QTest::newRow("none") << none << none << QString();
 }
@@ -288,11 +207,10 @@ void SystemInfoTest::modelName()
     QFETCH(QByteArray, dmi);
     QFETCH(QByteArray, deviceTree);
     QFETCH(QString, expected);
-
     FakeTree tree;
     tree.write(dmiModelPath, dmi);
     tree.write(deviceTreeModelPath, deviceTree);
-    const QString model = VTSysctl(tree.root(), u"x86_64"_s).modelName();
+    const QString model = tree.sysctl().modelName();
     QCOMPARE(model, expected);
     QCOMPARE(model.isNull(), expected.isNull());
 }
@@ -307,84 +225,47 @@ void SystemInfoTest::envFileValue_data()
     QTest::newRow("single quotes") << QByteArray("PRETTY_NAME='Fedora Linux 39'") << u"Fedora Linux 39"_s;
     QTest::newRow("unquoted") << QByteArray("PRETTY_NAME=Arch\n") << u"Arch"_s;
     QTest::newRow("escapes") << QByteArray(R"(PRETTY_NAME="say \"hi\" \\ \$HOME")") << u"say \"hi\" \\ $HOME"_s;
-    QTest::newRow("comments and blanks") << QByteArray("# PRETTY_NAME=\"old\"\n\n  \nPRETTY_NAME=\"new\"")
-                                         << u"new"_s;
-    QTest::newRow("last one wins") << QByteArray("PRETTY_NAME=one\nPRETTY_NAME=two\n") << u"two"_s;
+    QTest::newRow("comments, blanks, last wins") << QByteArray("# PRETTY_NAME=\"old\"\n\n  \nPRETTY_NAME=one\n"
+                                                               "PRETTY_NAME=\"new\"\r\n")
+                                                 << u"new"_s;
     QTest::newRow("longer key does not match") << QByteArray("PRETTY_NAME_EXTRA=x\n") << QString();
-    QTest::newRow("shorter key does not match") << QByteArray("PRETTY=x\n") << QString();
     QTest::newRow("empty value") << QByteArray("PRETTY_NAME=\n") << u""_s;
-    QTest::newRow("empty quotes") << QByteArray("PRETTY_NAME=\"\"\n") << u""_s;
     QTest::newRow("utf-8") << QByteArray("PRETTY_NAME=\"Ubuntu \xe2\x80\x93 LTS\"\n") << u"Ubuntu \u2013 LTS"_s;
-    QTest::newRow("carriage returns") << QByteArray("PRETTY_NAME=\"Alpine\"\r\n") << u"Alpine"_s;
     QTest::newRow("missing") << QByteArray("NAME=Debian\n") << QString();
-    QTest::newRow("empty file") << QByteArray() << QString();
 }
 
 void SystemInfoTest::envFileValue()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, expected);
-
     const QString value = VTSysctl::envFileValue(content, "PRETTY_NAME"_L1);
     QCOMPARE(value, expected);
     QCOMPARE(value.isNull(), expected.isNull());
 }
 
-void SystemInfoTest::distributionName()
+void SystemInfoTest::osReleaseAndMachineInfo()
 {
-    {
-        FakeTree tree;
-        tree.write(u"etc/os-release"_s, "PRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\n");
-        tree.write(u"usr/lib/os-release"_s, "PRETTY_NAME=\"Vendor default\"\n");
-        QCOMPARE(VTSysctl(tree.root(), {}).distributionName(), u"Debian GNU/Linux 12 (bookworm)"_s);
-    }
-    {
-        FakeTree tree;
-        tree.write(u"usr/lib/os-release"_s, "PRETTY_NAME=\"Vendor default\"\n");
-        QCOMPARE(VTSysctl(tree.root(), {}).distributionName(), u"Vendor default"_s);
-    }
-    {
-        // When etc/os-release exists it is the only file read, even without the entry.
-        FakeTree tree;
-        tree.write(u"etc/os-release"_s, "NAME=Custom\n");
-        tree.write(u"usr/lib/os-release"_s, "PRETTY_NAME=\"Vendor default\"\n");
-        QVERIFY(VTSysctl(tree.root(), {}).distributionName().isEmpty());
-    }
-    {
-        FakeTree tree;
-        QVERIFY(VTSysctl(tree.root(), {}).distributionName().isEmpty());
-    }
-
-    // The running system has a name exactly when its os-release file gives one.
-    const std::optional<QByteArray> osRelease =
-        readSystemFile(u"/etc/os-release"_s) ? readSystemFile(u"/etc/os-release"_s)
-                                              : readSystemFile(u"/usr/lib/os-release"_s);
-    const bool named = osRelease && osRelease->contains("PRETTY_NAME=") && !osRelease->contains("PRETTY_NAME=\n")
-                       && !osRelease->contains("PRETTY_NAME=\"\"");
-    QCOMPARE(!VeltoSystem_DistributionName().isEmpty(), named);
-}
-
-void SystemInfoTest::prettyHostName()
-{
+    const QByteArray vendor = "PRETTY_NAME=\"Vendor default\"\n";
     FakeTree tree;
-    QVERIFY(VTSysctl(tree.root(), {}).prettyHostName().isEmpty());
+    QVERIFY(tree.sysctl().distributionName().isEmpty());
+    QVERIFY(tree.sysctl().prettyHostName().isEmpty());
+    tree.write(u"usr/lib/os-release"_s, vendor);
+    QCOMPARE(tree.sysctl().distributionName(), u"Vendor default"_s);
+    // When etc/os-release exists it is the only file read, even without the entry.
+    tree.write(u"etc/os-release"_s, "NAME=Custom\n");
+    QVERIFY(tree.sysctl().distributionName().isEmpty());
+    tree.write(u"etc/os-release"_s, "PRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\n");
+    QCOMPARE(tree.sysctl().distributionName(), u"Debian GNU/Linux 12 (bookworm)"_s);
+
     tree.write(u"etc/machine-info"_s, "CHASSIS=laptop\nPRETTY_HOSTNAME=\"Anna's Laptop\"\n");
-    QCOMPARE(VTSysctl(tree.root(), {}).prettyHostName(), u"Anna's Laptop"_s);
+    QCOMPARE(tree.sysctl().prettyHostName(), u"Anna's Laptop"_s);
 }
 
 void SystemInfoTest::thisMachine()
 {
-    // The processor count agrees with the kernel's list of online processors.
-    const int count = VeltoSystem_CPUCount();
-    QVERIFY(count >= 1);
-    if (const auto online = readSystemFile(u"/sys/devices/system/cpu/online"_s)) {
-        const std::optional<int> listed = countCpuList(*online);
-        QVERIFY2(listed, online->constData());
-        QCOMPARE(count, *listed);
-    }
-
-    // A 64-bit process can only run on a 64-bit processor.
-    if (sizeof(void *) == 8)
+    QCOMPARE(VeltoSystem_CPUCount(), int(sysconf(_SC_NPROCESSORS_ONLN)));
+    QCOMPARE(VeltoSystem_RAM(), quint64(sysconf(_SC_PHYS_PAGES)) * quint64(sysconf(_SC_PAGESIZE)));
+    if (sizeof(void *) == 8) // a 64-bit process can only run on a 64-bit processor
         QVERIFY(VeltoSystem_CPUIs64Bit());
 
     struct utsname names;
@@ -395,85 +276,45 @@ void SystemInfoTest::thisMachine()
     const bool hasClock = QFile::exists(u"/"_s + cpufreqPath)
                           || readSystemFile(u"/proc/cpuinfo"_s).value_or(QByteArray()).contains("cpu MHz");
     QCOMPARE(VeltoSystem_CPUSpeed() > 0, hasClock);
-
-    // The model is the DMI product name when the machine has one, and null without any source.
     if (const auto product = readSystemFile(u"/"_s + dmiModelPath))
         QCOMPARE(VeltoSystem_MacModelName(), QString::fromUtf8(product->trimmed()));
-    else if (!QFile::exists(u"/"_s + deviceTreeModelPath))
-        QVERIFY(VeltoSystem_MacModelName().isNull());
-}
 
-void SystemInfoTest::ramIsPhysicalMemory()
-{
-    const quint64 ram = VeltoSystem_RAM();
-    QCOMPARE(ram, quint64(sysconf(_SC_PHYS_PAGES)) * quint64(sysconf(_SC_PAGESIZE)));
-
-    // The kernel's own account of the same memory, in KiB.
-    const QByteArray meminfo = readSystemFile(u"/proc/meminfo"_s).value_or(QByteArray());
-    for (const QByteArray &line : meminfo.split('\n')) {
-        if (line.startsWith("MemTotal:")) {
-            const qint64 kib = line.mid(9).trimmed().split(' ').value(0).toLongLong();
-            QCOMPARE(ram, quint64(kib) * 1024);
-        }
-    }
-}
-
-void SystemInfoTest::currentUserName()
-{
     const struct passwd *entry = getpwuid(getuid());
     QVERIFY(entry);
     QCOMPARE(VeltoSystem_CurrentUserName(), QString::fromUtf8(entry->pw_name));
-}
 
-void SystemInfoTest::computerName()
-{
     const QString pretty = VTSysctl().prettyHostName();
     char host[256] = {};
     QCOMPARE(gethostname(host, sizeof host - 1), 0);
     QCOMPARE(VeltoSystem_ComputerName(), pretty.isEmpty() ? QString::fromLocal8Bit(host) : pretty);
-}
 
-void SystemInfoTest::rootVolumeName()
-{
-    const QString name = VeltoSystem_RootVolumeName();
-    QVERIFY(!name.isEmpty());
-    QVERIFY2(!name.contains(u'/'), qPrintable(name));
+    const QString volume = VeltoSystem_RootVolumeName();
+    QVERIFY2(!volume.isEmpty() && !volume.contains(u'/'), qPrintable(volume));
     const QStorageInfo root = QStorageInfo::root();
     if (!root.name().isEmpty())
-        QCOMPARE(name, root.name());
+        QCOMPARE(volume, root.name());
     else if (!root.device().isEmpty())
-        QVERIFY2(root.device().endsWith(name.toLocal8Bit()), root.device().constData());
+        QVERIFY2(root.device().endsWith(volume.toLocal8Bit()), root.device().constData());
+
+    const QString architecture = VeltoApplication::runningArchitectureString();
+    QCOMPARE(architecture, QSysInfo::buildCpuArchitecture());
+    QCOMPARE(VeltoApplication::isRunningIntelCode(), architecture == "x86_64"_L1 || architecture == "i386"_L1);
 }
 
 void SystemInfoTest::primaryLanguageCode()
 {
     QTemporaryDir dir;
-    QVERIFY(dir.isValid());
     auto defaults = std::make_shared<VeltoUserDefaults>(dir.filePath(u"defaults.plist"_s));
     VeltoUserDefaults::setStandardUserDefaults(defaults);
-
     defaults->setObject(QVariantList{u"fr-CA"_s, u"en"_s}, VeltoBundle::PreferredLanguagesKey);
     QCOMPARE(VeltoSystem_PrimaryLanguageCode(), u"fr-CA"_s);
 
     // Without a stored list the system's languages count.
     defaults->removeObjectForKey(VeltoBundle::PreferredLanguagesKey);
-    const QString code = VeltoSystem_PrimaryLanguageCode();
-    QVERIFY(!code.isNull());
-    QCOMPARE(code, VeltoBundle::preferredLanguages().value(0));
-    QVERIFY(!code.isEmpty());
-
+    const QString code = VeltoSystem_PrimaryLanguageCode(), first = VeltoBundle::preferredLanguages().value(0);
     VeltoUserDefaults::setStandardUserDefaults(nullptr);
-}
-
-void SystemInfoTest::applicationArchitecture()
-{
-    const QString architecture = VeltoApplication::runningArchitectureString();
-    QCOMPARE(architecture, QSysInfo::buildCpuArchitecture());
-    QCOMPARE(VeltoApplication::isRunningIntelCode(), architecture == "x86_64"_L1 || architecture == "i386"_L1);
-#if defined(Q_PROCESSOR_X86_64)
-    QCOMPARE(architecture, u"x86_64"_s);
-    QVERIFY(VeltoApplication::isRunningIntelCode());
-#endif
+    QVERIFY(!code.isEmpty());
+    QCOMPARE(code, first);
 }
 
 QTEST_GUILESS_MAIN(SystemInfoTest)

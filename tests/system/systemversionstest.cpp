@@ -32,10 +32,9 @@ class SystemVersionsTest : public QObject
 private Q_SLOTS:
     void getFromString_data();
     void getFromString();
-    void getFromStringWithoutRecordFails();
+    void nullRecords();
     void compare_data();
     void compare();
-    void compareWithNullIsZero();
     void toString_data();
     void toString();
     void currentVersionIsTheKernelRelease();
@@ -51,30 +50,17 @@ void SystemVersionsTest::getFromString_data()
     QTest::addColumn<qint64>("patch");
 
     QTest::newRow("three fields") << u"10.15.7"_s << 10LL << 15LL << 7LL;
-    QTest::newRow("two fields") << u"10.15"_s << 10LL << 15LL << 0LL;
     QTest::newRow("one field") << u"10"_s << 10LL << 0LL << 0LL;
     QTest::newRow("letter stops quietly") << u"10.15b3"_s << 10LL << 15LL << 0LL;
-    QTest::newRow("empty") << u""_s << 0LL << 0LL << 0LL;
     QTest::newRow("null") << QString() << 0LL << 0LL << 0LL;
     QTest::newRow("empty middle field") << u"10..5"_s << 10LL << 0LL << 5LL;
-    QTest::newRow("trailing dot") << u"10.15."_s << 10LL << 15LL << 0LL;
     QTest::newRow("leading dot") << u".5"_s << 0LL << 5LL << 0LL;
     QTest::newRow("fourth field ignored") << u"10.15.7.3"_s << 10LL << 15LL << 7LL;
     QTest::newRow("kernel release") << u"6.1.0-18-amd64"_s << 6LL << 1LL << 0LL;
-    QTest::newRow("leading zeros") << u"007.010.0003"_s << 7LL << 10LL << 3LL;
     QTest::newRow("leading letter") << u"v10.15"_s << 0LL << 0LL << 0LL;
-    QTest::newRow("leading space") << u" 10.15"_s << 0LL << 0LL << 0LL;
-    QTest::newRow("minus sign") << u"-1.2"_s << 0LL << 0LL << 0LL;
-    QTest::newRow("comma is no separator") << u"10,15"_s << 10LL << 0LL << 0LL;
     QTest::newRow("largest signed word") << u"9223372036854775807.1"_s << int64Max << 1LL << 0LL;
     QTest::newRow("one above saturates") << u"9223372036854775808.1"_s << int64Max << 1LL << 0LL;
-    QTest::newRow("huge digit run saturates") << u"99999999999999999999999999999999.2.3"_s << int64Max << 2LL
-                                              << 3LL;
-    QTest::newRow("huge patch") << u"1.2.184467440737095516160"_s << 1LL << 2LL << int64Max;
     QTest::newRow("arabic-indic digits") << u"\u0661\u0660.\u0665"_s << 0LL << 0LL << 0LL;
-    QTest::newRow("arabic-indic minor") << u"10.\u0661\u0665"_s << 10LL << 0LL << 0LL;
-    QTest::newRow("fullwidth digits") << u"\uFF11\uFF10.\uFF15"_s << 0LL << 0LL << 0LL;
-    QTest::newRow("superscript digit") << u"10.\u00B2"_s << 10LL << 0LL << 0LL;
 }
 
 void SystemVersionsTest::getFromString()
@@ -92,10 +78,13 @@ void SystemVersionsTest::getFromString()
     QCOMPARE(version.patch, patch);
 }
 
-void SystemVersionsTest::getFromStringWithoutRecordFails()
+void SystemVersionsTest::nullRecords()
 {
     QVERIFY(!VeltoSystemVersion_GetFromString(nullptr, u"10.15.7"_s));
-    QVERIFY(!VeltoSystemVersion_GetFromString(nullptr, QString()));
+    const VeltoSystemVersion version{10, 15, 7};
+    QCOMPARE(VeltoSystemVersion_Compare(&version, nullptr), 0);
+    QCOMPARE(VeltoSystemVersion_Compare(nullptr, &version), 0);
+    VeltoSystemVersion_Get(nullptr); // must simply do nothing
 }
 
 void SystemVersionsTest::compare_data()
@@ -108,8 +97,6 @@ void SystemVersionsTest::compare_data()
     QTest::newRow("patch decides") << VeltoSystemVersion{10, 15, 6} << VeltoSystemVersion{10, 15, 7} << -1;
     QTest::newRow("minor decides") << VeltoSystemVersion{10, 16, 0} << VeltoSystemVersion{10, 15, 9} << 1;
     QTest::newRow("major before minor") << VeltoSystemVersion{10, 0, 0} << VeltoSystemVersion{9, 99, 99} << 1;
-    QTest::newRow("minor before patch") << VeltoSystemVersion{1, 2, 99} << VeltoSystemVersion{1, 3, 0} << -1;
-    QTest::newRow("zero") << VeltoSystemVersion{0, 0, 0} << VeltoSystemVersion{0, 0, 1} << -1;
     // Fields compare unsigned: -1 is the largest value.
     QTest::newRow("negative major is high") << VeltoSystemVersion{-1, 0, 0} << VeltoSystemVersion{1, 0, 0} << 1;
     QTest::newRow("negative patch is high") << VeltoSystemVersion{1, 1, -5} << VeltoSystemVersion{1, 1, int64Max}
@@ -128,26 +115,16 @@ void SystemVersionsTest::compare()
     QCOMPARE(VeltoSystemVersion_Compare(&b, &a), -expected);
 }
 
-void SystemVersionsTest::compareWithNullIsZero()
-{
-    const VeltoSystemVersion version{10, 15, 7};
-    QCOMPARE(VeltoSystemVersion_Compare(&version, nullptr), 0);
-    QCOMPARE(VeltoSystemVersion_Compare(nullptr, &version), 0);
-    QCOMPARE(VeltoSystemVersion_Compare(nullptr, nullptr), 0);
-}
-
 void SystemVersionsTest::toString_data()
 {
     QTest::addColumn<VeltoSystemVersion>("version");
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("plain") << VeltoSystemVersion{10, 15, 7} << u"10.15.7"_s;
-    QTest::newRow("zero") << VeltoSystemVersion{0, 0, 0} << u"0.0.0"_s;
     QTest::newRow("bits above 32 dropped") << VeltoSystemVersion{0x100000005LL, 0x200000000LL, 0x7FFFFFFF00000001LL}
                                            << u"5.0.1"_s;
     QTest::newRow("low 32 bits are signed") << VeltoSystemVersion{0xFFFFFFFFLL, 0x80000000LL, 0x7FFFFFFFLL}
                                             << u"-1.-2147483648.2147483647"_s;
-    QTest::newRow("negative") << VeltoSystemVersion{-1, -2, -3} << u"-1.-2.-3"_s;
     QTest::newRow("largest word") << VeltoSystemVersion{int64Max, 1, 2} << u"-1.1.2"_s;
 }
 
@@ -175,41 +152,23 @@ void SystemVersionsTest::currentVersionIsTheKernelRelease()
     QCOMPARE(current.major, match.captured(1).toLongLong());
     QCOMPARE(current.minor, match.captured(2).toLongLong());
     QCOMPARE(current.patch, match.captured(3).toLongLong());
-    QVERIFY(current.major >= 2);
-
     QCOMPARE(VeltoSystemVersion_PrettyString(), u"%1.%2.%3"_s.arg(current.major).arg(current.minor).arg(current.patch));
-
-    VeltoSystemVersion_Get(nullptr); // must simply do nothing
-    const VeltoSystemVersion again = currentVersion();
-    QCOMPARE(VeltoSystemVersion_Compare(&current, &again), 0);
 }
 
 void SystemVersionsTest::compareToCurrent()
 {
     const VeltoSystemVersion c = currentVersion();
-    const quint64 major = quint64(c.major), minor = quint64(c.minor), patch = quint64(c.patch);
+    const quint64 major = quint64(c.major), minor = quint64(c.minor), patch = quint64(c.patch), top = ~quint64(0);
     QVERIFY(major >= 2); // the checks below step below the current version
 
-    QCOMPARE(VeltoSystem_CompareToCurrent(major, minor, patch), 0);
-    QVERIFY(VeltoSystem_IsSystemVersionAtLeast(major, minor, patch));
-    QVERIFY(!VeltoSystem_IsSystemVersionLessThan(major, minor, patch));
-
-    // A later version than the running one.
-    for (const auto &[ma, mi, pa] : {std::tuple{major, minor, patch + 1}, std::tuple{major, minor + 1, quint64(0)},
-                                     std::tuple{major + 1, quint64(0), quint64(0)},
-                                     std::tuple{~quint64(0), quint64(0), quint64(0)}}) {
-        QCOMPARE(VeltoSystem_CompareToCurrent(ma, mi, pa), 1);
-        QVERIFY(!VeltoSystem_IsSystemVersionAtLeast(ma, mi, pa));
-        QVERIFY(VeltoSystem_IsSystemVersionLessThan(ma, mi, pa));
-    }
-
-    // An earlier version than the running one.
-    for (const auto &[ma, mi, pa] : {std::tuple{major - 1, ~quint64(0), ~quint64(0)},
-                                     std::tuple{quint64(0), quint64(0), quint64(0)},
-                                     std::tuple{quint64(1), quint64(99), quint64(99)}}) {
-        QCOMPARE(VeltoSystem_CompareToCurrent(ma, mi, pa), -1);
-        QVERIFY(VeltoSystem_IsSystemVersionAtLeast(ma, mi, pa));
-        QVERIFY(!VeltoSystem_IsSystemVersionLessThan(ma, mi, pa));
+    // Each row: a version and how it compares to the running one.
+    for (const auto &[ma, mi, pa, expected] :
+         {std::tuple{major, minor, patch, 0}, std::tuple{major, minor, patch + 1, 1},
+          std::tuple{major, minor + 1, quint64(0), 1}, std::tuple{top, quint64(0), quint64(0), 1},
+          std::tuple{major - 1, top, top, -1}, std::tuple{quint64(1), quint64(99), quint64(99), -1}}) {
+        QCOMPARE(VeltoSystem_CompareToCurrent(ma, mi, pa), expected);
+        QCOMPARE(VeltoSystem_IsSystemVersionAtLeast(ma, mi, pa), expected <= 0);
+        QCOMPARE(VeltoSystem_IsSystemVersionLessThan(ma, mi, pa), expected > 0);
     }
 }
 

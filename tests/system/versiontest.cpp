@@ -10,19 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Fields
-{
-    int major, minor, revision, releaseType, increment;
-};
+// Major, minor, revision, release type and increment.
+using Fields = QList<int>;
 
 Fields fieldsOf(const VeltoVersion &v)
 {
     return {v.majorVersion(), v.minorVersion(), v.revision(), int(v.releaseType()), v.releaseIncrement()};
-}
-
-QString fieldsText(const Fields &f)
-{
-    return u"%1 %2 %3 %4 %5"_s.arg(f.major).arg(f.minor).arg(f.revision).arg(f.releaseType).arg(f.increment);
 }
 
 // An independent description of the display-string grammar: numbers 0-99 without leading zeros, each
@@ -54,8 +47,6 @@ const QStringList tokens = {u"0"_s, u"1"_s, u"7"_s, u"10"_s, u"99"_s, u"100"_s, 
 
 } // namespace
 
-Q_DECLARE_METATYPE(Fields)
-
 class VersionTest : public QObject
 {
     Q_OBJECT
@@ -72,7 +63,6 @@ private slots:
     void cachedTextsSurviveSetters();
     void fieldsKeepTheirLowBits();
     void ordering();
-    void descriptionNamesTheDisplayString();
     void datesFromComponentsAndBack();
     void dateComparisonAndDescription();
 };
@@ -84,29 +74,10 @@ void VersionTest::parseDisplayString_data()
     QTest::addColumn<Fields>("fields");
 
     QTest::newRow("major") << u"1"_s << true << Fields{1, 0, 0, 4, 1};
-    QTest::newRow("major.minor") << u"1.2"_s << true << Fields{1, 2, 0, 4, 1};
-    QTest::newRow("major.minor.revision") << u"1.2.3"_s << true << Fields{1, 2, 3, 4, 1};
-    QTest::newRow("beta without minor") << u"1 beta 2"_s << true << Fields{1, 0, 0, 2, 2};
-    QTest::newRow("capital Beta") << u"1.2 Beta 10"_s << true << Fields{1, 2, 0, 2, 10};
-    QTest::newRow("trailing dot") << u"1.2."_s << true << Fields{1, 2, 0, 4, 1};
     QTest::newRow("trimmed") << u"  1.2 beta 3\n"_s << true << Fields{1, 2, 0, 2, 3};
-    QTest::newRow("alpha") << u"0.9.1 alpha 0"_s << true << Fields{0, 9, 1, 1, 0};
-    QTest::newRow("fc") << u"99.99.99 fc 99"_s << true << Fields{99, 99, 99, 3, 99};
-    QTest::newRow("any separator") << u"3,4\tbeta 5"_s << true << Fields{3, 4, 0, 2, 5};
     QTest::newRow("text after the increment") << u"1.2 beta 3 (build 77)"_s << true << Fields{1, 2, 0, 2, 3};
     QTest::newRow("leading zero") << u"01.2"_s << false << Fields{};
-    QTest::newRow("above 99") << u"1.100"_s << false << Fields{};
-    QTest::newRow("word without increment") << u"1.2 beta"_s << false << Fields{};
-    QTest::newRow("unknown word") << u"1.2 release 1"_s << false << Fields{};
-    QTest::newRow("two spaces") << u"1.2  beta 3"_s << false << Fields{};
-    QTest::newRow("four numbers") << u"1.2.3.4"_s << false << Fields{};
-    QTest::newRow("empty") << u""_s << false << Fields{};
-    QTest::newRow("only whitespace") << u" \n"_s << false << Fields{};
-    QTest::newRow("letter first") << u"v1.2"_s << false << Fields{};
-    QTest::newRow("increment not a digit") << u"1.2 beta x"_s << false << Fields{};
-    QTest::newRow("increment leading zero") << u"1.2 beta 03"_s << false << Fields{};
     QTest::newRow("arabic-indic digit") << u"\u0661.2"_s << false << Fields{};
-    QTest::newRow("fullwidth digit in minor") << u"1.\uFF12"_s << false << Fields{};
 }
 
 void VersionTest::parseDisplayString()
@@ -126,7 +97,7 @@ void VersionTest::parseDisplayString()
         return;
     }
     QVERIFY(error.isNull());
-    QCOMPARE(fieldsText(fieldsOf(*version)), fieldsText(fields));
+    QCOMPARE(fieldsOf(*version), fields);
     // The text it was parsed from, trimmed, letter case kept.
     QCOMPARE(version->displayString(), text.trimmed());
     QCOMPARE(version->bundleVersionStringIvar(), QString());
@@ -145,7 +116,7 @@ void VersionTest::displayStringParsingMatchesTheGrammar()
         QVERIFY2(parsed.has_value() == expected.has_value(), qPrintable(text));
         if (parsed) {
             ++accepted;
-            QCOMPARE(fieldsText(fieldsOf(*parsed)), fieldsText(*expected));
+            QCOMPARE(fieldsOf(*parsed), *expected);
         }
     }
     QVERIFY(accepted > 1000); // the tokens make valid strings often enough to test both sides
@@ -160,14 +131,9 @@ void VersionTest::parseBundleVersionString_data()
     QTest::newRow("beta") << u"0201.0002.03"_s << QString() << u"2.1 beta 3"_s;
     QTest::newRow("release") << u"0201.0304.01"_s << QString() << u"2.1.3"_s;
     QTest::newRow("unknown type 05 is read as 0") << u"0102.0305.01"_s << QString() << u"1.2.3 ??? 1"_s;
-    QTest::newRow("type 07") << u"0102.0007.00"_s << QString() << u"1.2 ??? 0"_s;
     QTest::newRow("eleven units") << u"0201.0002.0"_s << u"bundle version string is wrong length"_s << QString();
-    QTest::newRow("empty") << u""_s << u"bundle version string is wrong length"_s << QString();
-    QTest::newRow("display form") << u"2.1 beta 3"_s << u"bundle version string is wrong length"_s << QString();
     QTest::newRow("no full stop at 4") << u"0201-0002.03"_s << u"invalid bundle version string"_s << QString();
-    QTest::newRow("no full stop at 9") << u"0201.0002,03"_s << u"invalid bundle version string"_s << QString();
     QTest::newRow("letter in a field") << u"02a1.0002.03"_s << u"invalid bundle version string"_s << QString();
-    QTest::newRow("sign in a field") << u"0201.00-2.03"_s << u"invalid bundle version string"_s << QString();
     QTest::newRow("arabic-indic digit") << u"0201.0002.0\u0663"_s << u"invalid bundle version string"_s << QString();
 }
 
@@ -198,11 +164,8 @@ void VersionTest::buildDisplayAndBundleStrings_data()
     QTest::addColumn<QString>("bundle");
 
     QTest::newRow("release") << VeltoVersion(5, 0, 0) << u"5.0"_s << u"0500.0004.01"_s;
-    QTest::newRow("revision") << VeltoVersion(2, 0, 1) << u"2.0.1"_s << u"0200.0104.01"_s;
     QTest::newRow("release shows no increment") << VeltoVersion(2, 0, 0, 4, 7) << u"2.0"_s << u"0200.0004.07"_s;
     QTest::newRow("beta") << VeltoVersion(2, 1, 0, 2, 3) << u"2.1 beta 3"_s << u"0201.0002.03"_s;
-    QTest::newRow("fc") << VeltoVersion(3, 0, 0, 3, 1) << u"3.0 fc 1"_s << u"0300.0003.01"_s;
-    QTest::newRow("alpha with revision") << VeltoVersion(1, 2, 3, 1, 0) << u"1.2.3 alpha 0"_s << u"0102.0301.00"_s;
     QTest::newRow("unknown") << VeltoVersion(1, 0, 0, 0, 2) << u"1.0 ??? 2"_s << u"0100.0000.02"_s;
     QTest::newRow("type 300 widens the bundle form") << VeltoVersion(1, 0, 0, 300, 2) << u"1.0 ??? 2"_s
                                                      << u"0100.00300.02"_s;
@@ -245,14 +208,11 @@ void VersionTest::cachedTextsSurviveSetters()
     parsed->setReleaseType(VeltoReleaseTypeRelease);
     QCOMPARE(parsed->displayString(), u"1.2 Beta 3"_s);
     QCOMPARE(parsed->orderedInteger(), VeltoVersion(7, 2, 0, 4, 3).orderedInteger());
-    QCOMPARE(VeltoVersion(1, 2, 0, 2, 3).displayString(), u"1.2 beta 3"_s);
 
     VeltoVersion built(4, 0, 0);
     QCOMPARE(built.displayString(), u"4.0"_s);
-    const VeltoVersion copy = built;
     built.setMinorVersion(5);
     QCOMPARE(built.displayString(), u"4.0"_s); // cached before the change
-    QCOMPARE(copy.minorVersion(), 0);          // copies are independent
 
     VeltoVersion fresh(4, 0, 0);
     VeltoVersion sharer = fresh;
@@ -264,10 +224,8 @@ void VersionTest::cachedTextsSurviveSetters()
 void VersionTest::fieldsKeepTheirLowBits()
 {
     VeltoVersion version(0x101, 0x202, 0x303, 0x404, 0x505);
-    QCOMPARE(fieldsText(fieldsOf(version)), u"1 2 3 1028 5"_s);
-    version.setMajorVersion(0x1FF);
+    QCOMPARE(fieldsOf(version), (Fields{1, 2, 3, 1028, 5}));
     version.setReleaseIncrement(256);
-    QCOMPARE(version.majorVersion(), 0xFF);
     QCOMPARE(version.releaseIncrement(), 0);
 
     VeltoError error;
@@ -283,8 +241,6 @@ void VersionTest::ordering()
 {
     const auto v = [](const char *text) { return *VeltoVersion::initWithDisplayString(QString::fromLatin1(text)); };
     QCOMPARE(v("1.0 fc 2").compareVersion(v("1.0")), -1);
-    QCOMPARE(v("1.0 fc 2").compareVersion(v("1.0 beta 7")), 1);
-    QCOMPARE(v("2.0 beta 9").compareVersion(v("2.0")), -1);
     QCOMPARE(v("2.0").compareVersion(VeltoVersion(2, 0, 0, 4, 2)), -1);
     QCOMPARE(v("2.0").compareVersion(*VeltoVersion::initWithBundleVersionString(u"0200.0004.01"_s)), 0);
     QVERIFY(v("1.9.9") < v("2.0 alpha 0") && v("2.0 alpha 0") < v("2.0 beta 0") && v("2.0 beta 0") < v("2.0 fc 0"));
@@ -296,29 +252,23 @@ void VersionTest::ordering()
     QCOMPARE(v("1.2 BETA 3"), v("1.2 beta 3"));
     QCOMPARE(qHash(v("1.2 BETA 3")), qHash(VeltoVersion(1, 2, 0, 2, 3)));
     QCOMPARE((QSet<VeltoVersion>{v("1.2"), v("1.2.0"), VeltoVersion(1, 2, 0)}).size(), 1);
-}
 
-void VersionTest::descriptionNamesTheDisplayString()
-{
-    const VeltoVersion version(2, 1, 0, 2, 3);
-    const QRegularExpression format(u"^VeltoVersion<0x[0-9a-f]+> - \"2\\.1 beta 3\"$"_s);
-    QVERIFY2(format.match(version.description()).hasMatch(), qPrintable(version.description()));
+    const QString description = VeltoVersion(2, 1, 0, 2, 3).description();
+    QVERIFY2(QRegularExpression(u"^VeltoVersion<0x[0-9a-f]+> - \"2\\.1 beta 3\"$"_s).match(description).hasMatch(),
+             qPrintable(description));
 }
 
 void VersionTest::datesFromComponentsAndBack()
 {
-    const QTimeZone berlin("Europe/Berlin");
+    const QTimeZone berlin("Europe/Berlin"), utc = QTimeZone::utc();
     QVERIFY(berlin.isValid());
     const VeltoDate summer = VeltoDate::dateWithYear(2024, 7, 1, 14, 30, 5, berlin);
-    QCOMPARE(summer.date(), QDateTime(QDate(2024, 7, 1), QTime(12, 30, 5), QTimeZone::utc()));
+    QCOMPARE(summer.date(), QDateTime(QDate(2024, 7, 1), QTime(12, 30, 5), utc));
     QCOMPARE(summer.timeZone(), berlin);
 
     // Fields out of range carry over, as calendars do.
-    const QTimeZone utc = QTimeZone::utc();
     QCOMPARE(VeltoDate::dateWithYear(2023, 13, 1, 0, 0, 0, utc).date().date(), QDate(2024, 1, 1));
     QCOMPARE(VeltoDate::dateWithYear(2024, 3, 0, 0, 0, 0, utc).date().date(), QDate(2024, 2, 29));
-    QCOMPARE(VeltoDate::dateWithYear(2024, 1, 1, 23, 59, 60, utc).date(),
-             QDateTime(QDate(2024, 1, 2), QTime(0, 0), utc));
     QCOMPARE(VeltoDate::dateWithYear(2024, 1, 1, -1, 0, 0, utc).date(),
              QDateTime(QDate(2023, 12, 31), QTime(23, 0), utc));
     QCOMPARE(VeltoDate::dateWithYear(0, 1, 1, 0, 0, 0, utc).date().date(), QDate(-1, 1, 1)); // 1 BC
@@ -327,38 +277,27 @@ void VersionTest::datesFromComponentsAndBack()
     // Without a time zone the components are read in the default one.
     const VeltoDate local = VeltoDate::dateWithYear(2024, 5, 17);
     QCOMPARE(local.date(), QDateTime(QDate(2024, 5, 17), QTime(0, 0), QTimeZone::systemTimeZone()));
-    QCOMPARE(local.timeZone(), QTimeZone::systemTimeZone());
     QCOMPARE(local.dateComponents()->timeZone, QTimeZone());
 
     // A date's components are derived in the default time zone and carry it.
     const QDateTime moment = QDateTime(QDate(2024, 12, 24), QTime(18, 0), berlin);
-    const VeltoDate fromDate(moment);
-    const std::optional<VeltoDate::Components> parts = fromDate.dateComponents();
+    const std::optional<VeltoDate::Components> parts = VeltoDate(moment).dateComponents();
     QVERIFY(parts);
     QCOMPARE(parts->timeZone, QTimeZone::systemTimeZone());
     QCOMPARE(VeltoDate(*parts).date(), moment);
-    QCOMPARE(fromDate.date(), moment);
-
-    const VeltoDate none;
-    QVERIFY(none.date().isNull());
-    QVERIFY(!none.dateComponents());
-    QVERIFY(!VeltoDate(QDateTime()).dateComponents());
+    QVERIFY(!VeltoDate().dateComponents());
 }
 
 void VersionTest::dateComparisonAndDescription()
 {
-    const QTimeZone utc = QTimeZone::utc();
-    const VeltoDate early = VeltoDate::dateWithYear(2020, 1, 1, 0, 0, 0, utc);
+    const VeltoDate early = VeltoDate::dateWithYear(2020, 1, 1, 0, 0, 0, QTimeZone::utc());
     const VeltoDate sameMoment(QDateTime(QDate(2020, 1, 1), QTime(1, 0), QTimeZone(3600)));
-    const VeltoDate later = VeltoDate::now();
     QCOMPARE(early.compare(sameMoment), 0);
-    QCOMPARE(early.compare(later), -1);
-    QCOMPARE(later.compare(early), 1);
+    QCOMPARE(early.compare(VeltoDate::now()), -1);
+    QCOMPARE(VeltoDate::now().compare(early), 1);
     QCOMPARE(VeltoDate().compare(early), -1);
     QCOMPARE(VeltoDate().compare(VeltoDate()), 0);
 
-    const VeltoDate copy = early;
-    QCOMPARE(copy.description(), early.description()); // a copy is the same value object
     const auto matches = [](const QString &pattern, const VeltoDate &date) {
         return QRegularExpression(pattern).match(date.description()).hasMatch();
     };
