@@ -1,0 +1,94 @@
+#pragma once
+
+/**
+ * \file VeltoObserverSet.h
+ * \brief VeltoObserverSet: a non-owning set of observer QObjects with a broadcast that calls one method,
+ * by name, on every observer that implements it.
+ *
+ * Make one with VeltoObserverSet::create() (the plain set, VeltoObserverSetImpl) or
+ * VeltoKeyedObserverSet::create(); hold it by std::shared_ptr. Observers are not owned: each observer is
+ * removed before it is destroyed.
+ *
+ * Re-entrancy: a broadcast runs over a snapshot of the observers. An observer removed during a pass is not
+ * called afterwards in that pass; one added during a pass is first called by the next broadcast; a handler
+ * may start another broadcast on the same set, and may release the last owner of the set (the set keeps
+ * itself alive until the pass ends). An empty set broadcasts without allocating.
+ *
+ * \code
+ * auto observers = VeltoObserverSet::create();
+ * observers->addObserver(view);
+ * observers->makeObserversPerformSelector("documentDidChange", QVariant::fromValue(document));
+ * \endcode
+ *
+ * Notifications run synchronously on the caller's thread; a set is used from one thread.
+ */
+
+#include "veltocore_export.h"
+
+#include <QList>
+#include <QObject>
+#include <QVarLengthArray>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+class VELTOCORE_EXPORT VeltoObserverSet : public std::enable_shared_from_this<VeltoObserverSet>
+{
+public:
+    /// create: a new, empty plain observer set (a VeltoObserverSetImpl).
+    [[nodiscard]] static std::shared_ptr<VeltoObserverSet> create();
+
+    VeltoObserverSet(const VeltoObserverSet &) = delete;
+    VeltoObserverSet &operator=(const VeltoObserverSet &) = delete;
+    virtual ~VeltoObserverSet();
+
+    // The primitives; the rest of the class is written in terms of them. Here they do nothing and
+    // return 0, empty or false.
+
+    /// invalidate: forgets every observer; afterwards the set stays empty and adds do nothing.
+    virtual void invalidate();
+    /// count: the number of observers.
+    [[nodiscard]] virtual quint64 count() const;
+    /// copyObserversArray: a new list of the observers, in the set's internal order.
+    [[nodiscard]] virtual QList<QObject *> copyObserversArray() const;
+    /// addObserver: registers \a observer (not owned).
+    virtual void addObserver(QObject *observer);
+    /// removeObserver: unregisters \a observer; nothing when it is not registered.
+    virtual void removeObserver(const QObject *observer);
+    /// containsObserver: whether \a observer is registered.
+    [[nodiscard]] virtual bool containsObserver(const QObject *observer) const;
+
+    /// visitObserversUsing: calls \a visitor with each observer, under the snapshot rules above.
+    void visitObserversUsing(const std::function<void(QObject *observer)> &visitor);
+    /// visitObserversRespondingToSelector: the same, limited to observers implementing \a selector (all when null).
+    void visitObserversRespondingToSelector(const char *selector, const std::function<void(QObject *observer)> &visitor);
+
+    /**
+     * makeObserversPerformSelector: calls \a selector with up to three object arguments (invalid for none) on
+     * every observer that implements it; others are skipped, results are ignored. The method is looked up
+     * once per run of observers of the same class.
+     */
+    void makeObserversPerformSelector(const char *selector, const QVariant &first = {}, const QVariant &second = {},
+                                      const QVariant &third = {});
+
+    /// description: "VeltoObserverSet {\n", then "\t<observer>\n" per observer in snapshot order, then "}".
+    [[nodiscard]] QString description() const;
+
+protected:
+    /// The real initialiser of subclasses (create() makes the plain set).
+    VeltoObserverSet();
+
+    /// The snapshot a pass runs over; the default copies copyObserversArray(), subclasses may fill it directly.
+    using Snapshot = QVarLengthArray<QObject *, 32>;
+    virtual void takeSnapshot(Snapshot &snapshot) const;
+
+    /// A count that changes whenever an observer is removed, so that a pass asks containsObserver() only
+    /// once something was removed; UnknownRemovalCount (the default) makes it ask every time.
+    static constexpr quint64 UnknownRemovalCount = ~quint64(0);
+    [[nodiscard]] virtual quint64 removalCount() const;
+
+private:
+    template<typename Visitor>
+    void visit(Visitor &&visitor);
+};

@@ -1,0 +1,47 @@
+# Files of src/observing in the VeltoCore library: calls by name, non-owning collections, observer sets,
+# property observation, timers and named semaphores.
+velto_core_sources(
+  PUBLIC_HEADERS
+    ByteArray+VeltoEnsuredGrowth.h
+    Containers+VeltoWeakReference.h
+    Object+VeltoAssociatedObjects.h
+    Object+VeltoDispatch.h
+    Object+VeltoKVOHelper.h
+    VariantMap+VeltoObjectAdditions.h
+    VeltoDeferToBaseRunLoop.h
+    VeltoKeyedObserverSet.h
+    VeltoKVOHelper.h
+    VeltoKVORegistration.h
+    VeltoObserverSet.h
+    VeltoObserverSetImpl.h
+    VeltoPatchableRoutine.h
+    VeltoPointerKeyDictionary.h
+    VeltoSemaphore.h
+    VeltoWeakKeyDictionary.h
+    VeltoWeakObjectSet.h
+    VeltoWeakReference.h
+    VeltoWeakReferenceCollectionObjectEnumerator.h
+    VeltoWeakTargetTimer.h
+  SOURCES
+    ByteArray+VeltoEnsuredGrowth.cpp
+    Object+VeltoAssociatedObjects.cpp
+    Object+VeltoDispatch.cpp
+    VariantMap+VeltoObjectAdditions.cpp
+    VeltoDeferToBaseRunLoop.cpp
+    VeltoKeyedObserverSet.cpp
+    VeltoKVOHelper.cpp
+    VeltoKVORegistration.cpp
+    VeltoObserverSet.cpp
+    VeltoObserverSetImpl.cpp
+    VeltoPointerKeyDictionary.cpp
+    VeltoSemaphore.cpp
+    VeltoWeakKeyDictionary.cpp
+    VeltoWeakObjectSet.cpp
+    VeltoWeakReference.cpp
+    VeltoWeakReferenceCollectionObjectEnumerator.cpp
+    VeltoWeakTargetTimer.cpp
+    VTInvocation_p.h
+    VTInvocation.cpp
+    VTSnapshot_p.h
+    VTUniqueObject_p.h
+)
