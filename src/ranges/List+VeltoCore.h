@@ -43,8 +43,8 @@ namespace internal {
 /// Throws VeltoRangeException "*** index %1 beyond bounds [0 .. %2]" (or "... for empty array").
 [[noreturn]] VELTOCORE_EXPORT void throwIndexBeyondBounds(quint64 index, quint64 count);
 /**
- * The answer of \a receiver's method named \a selector called with \a argument, read as an integer.
- * Stands in for the general call-by-name helper of the object additions until they exist.
+ * The answer of \a receiver's method named \a selector called with \a argument, read as an integer
+ * (velto::intForPerformSelector); throws VeltoInvalidArgumentException when the receiver lacks the method.
  */
 [[nodiscard]] VELTOCORE_EXPORT qint64 intForPerformSelector(QObject *receiver, const char *selector, QObject *argument);
 
