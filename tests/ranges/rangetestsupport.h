@@ -5,17 +5,13 @@
 
 #include "VeltoAbstractRangeArray.h"
 #include "VeltoException.h"
+#include "rangetostring.h"
 
 #include <QList>
 #include <QRandomGenerator>
 #include <QTest>
 
 #include <optional>
-
-inline char *toString(const VeltoRange &range)
-{
-    return QTest::toString(VeltoRange_ToString(range));
-}
 
 inline QList<VeltoRange> rangesOf(const VeltoAbstractRangeArray &array)
 {
