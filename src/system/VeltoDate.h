@@ -20,6 +20,7 @@
  * to ask for from several threads.
  */
 
+#include "VeltoDateComponents.h"
 #include "veltocore_export.h"
 
 #include <QDateTime>
@@ -33,21 +34,8 @@
 class VELTOCORE_EXPORT VeltoDate
 {
 public:
-    /// Components: Gregorian date and time-of-day fields and an optional time zone.
-    struct Components
-    {
-        qint64 year = 0;
-        qint64 month = 0;
-        qint64 day = 0;
-        qint64 hour = 0;
-        qint64 minute = 0;
-        qint64 second = 0;
-        QTimeZone timeZone; ///< invalid (default-constructed) when not set
-
-        bool operator==(const Components &) const = default;
-        /// description: "yyyy-MM-dd HH:mm:ss" followed by a space and the time zone's id when set.
-        [[nodiscard]] QString description() const;
-    };
+    /// Components: the shared Gregorian components type (VeltoDateComponents.h).
+    using Components = VeltoDateComponents;
 
     /// A value with neither a date nor components: date() is null, dateComponents() empty.
     VeltoDate();

@@ -8,3 +8,32 @@ velto_core_sources(
     VeltoCharacterSet.cpp
     String+VeltoSearching.cpp
 )
+# Formatters, mutable numbers, dates and typed user-defaults values.
+velto_core_sources(
+  PUBLIC_HEADERS
+    VeltoFormatter.h
+    VeltoNumberFormatter.h
+    VeltoFileSizeFormatter.h
+    VeltoMutableNumber.h
+    VeltoMutableIntegerNumber.h
+    VeltoMutableDoubleNumber.h
+    VeltoDateComponents.h
+    VeltoDateFormatter.h
+    DateTime+VeltoAdditions.h
+    UserDefaults+VeltoAdditions.h
+    String+VeltoNumbers.h
+  SOURCES
+    VeltoFormatter.cpp
+    VeltoNumberFormatter.cpp
+    VTDecimalTrimming_p.h
+    VTDecimalTrimming.cpp
+    VTNumberConversion_p.h
+    VeltoFileSizeFormatter.cpp
+    VeltoMutableNumber.cpp
+    VeltoMutableIntegerNumber.cpp
+    VeltoMutableDoubleNumber.cpp
+    VeltoDateFormatter.cpp
+    DateTime+VeltoAdditions.cpp
+    UserDefaults+VeltoAdditions.cpp
+    String+VeltoNumbers.cpp
+)

@@ -5,3 +5,14 @@ velto_gui_sources(
   SOURCES
     VeltoMessageBoxPresenter.cpp
 )
+# File-size fields, the attributed file size and fonts in the user defaults.
+velto_gui_sources(
+  PUBLIC_HEADERS
+    LineEdit+VeltoFileSize.h
+    VeltoAttributedFileSize.h
+    UserDefaults+VeltoFonts.h
+  SOURCES
+    LineEdit+VeltoFileSize.cpp
+    VeltoAttributedFileSize.cpp
+    UserDefaults+VeltoFonts.cpp
+)
