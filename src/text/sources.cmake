@@ -32,6 +32,7 @@ velto_core_sources(
     VeltoMutableNumber.cpp
     VeltoMutableIntegerNumber.cpp
     VeltoMutableDoubleNumber.cpp
+    VeltoDateComponents.cpp
     VeltoDateFormatter.cpp
     DateTime+VeltoAdditions.cpp
     UserDefaults+VeltoAdditions.cpp
