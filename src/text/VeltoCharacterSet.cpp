@@ -1,7 +1,6 @@
 #include "VeltoCharacterSet.h"
 
 #include <QChar>
-#include <QList>
 
 #include <algorithm>
 #include <array>
@@ -227,8 +226,14 @@ void VeltoCharacterSet::addCharactersInRange(VeltoRange range)
 
 void VeltoCharacterSet::addCharactersInString(QStringView characters)
 {
-    for (char32_t codePoint : characters.toUcs4())
-        addCodePoint(codePoint);
+    // Not toUcs4(): it turns an unpaired surrogate into U+FFFD, and such a unit is added as itself.
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        const char16_t unit = characters[i].unicode();
+        if (QChar::isHighSurrogate(unit) && i + 1 < characters.size() && characters[i + 1].isLowSurrogate())
+            addCodePoint(QChar::surrogateToUcs4(unit, characters[++i].unicode()));
+        else
+            addCodePoint(unit);
+    }
 }
 
 void VeltoCharacterSet::removeCharactersInRange(VeltoRange range)
