@@ -4,7 +4,11 @@ velto_core_sources(
     VeltoCharacterSet.h
     VeltoStringCompareOptions.h
     String+VeltoSearching.h
+    VeltoStringReplacer.h
+    String+VeltoReplacing.h
   SOURCES
     VeltoCharacterSet.cpp
     String+VeltoSearching.cpp
+    VeltoStringReplacer.cpp
+    String+VeltoReplacing.cpp
 )
