@@ -4,9 +4,13 @@ velto_core_sources(
     VeltoCharacterSet.h
     VeltoStringCompareOptions.h
     String+VeltoSearching.h
+    VeltoStringReplacer.h
+    String+VeltoReplacing.h
   SOURCES
     VeltoCharacterSet.cpp
     String+VeltoSearching.cpp
+    VeltoStringReplacer.cpp
+    String+VeltoReplacing.cpp
 )
 # Formatters, mutable numbers, dates and typed user-defaults values.
 velto_core_sources(
