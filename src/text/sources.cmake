@@ -4,7 +4,20 @@ velto_core_sources(
     VeltoCharacterSet.h
     VeltoStringCompareOptions.h
     String+VeltoSearching.h
+    String+VeltoDisplay.h
+    String+VeltoScanning.h
+    String+VeltoWords.h
+    String+VeltoEncoding.h
+    String+VeltoPaths.h
+    StringList+VeltoEscapedList.h
   SOURCES
     VeltoCharacterSet.cpp
     String+VeltoSearching.cpp
+    VTTextUtil_p.h
+    String+VeltoDisplay.cpp
+    String+VeltoScanning.cpp
+    String+VeltoWords.cpp
+    String+VeltoEncoding.cpp
+    String+VeltoPaths.cpp
+    StringList+VeltoEscapedList.cpp
 )
