@@ -6,11 +6,24 @@ velto_core_sources(
     String+VeltoSearching.h
     VeltoStringReplacer.h
     String+VeltoReplacing.h
+    String+VeltoDisplay.h
+    String+VeltoScanning.h
+    String+VeltoWords.h
+    String+VeltoEncoding.h
+    String+VeltoPaths.h
+    StringList+VeltoEscapedList.h
   SOURCES
     VeltoCharacterSet.cpp
     String+VeltoSearching.cpp
     VeltoStringReplacer.cpp
     String+VeltoReplacing.cpp
+    VTTextUtil_p.h
+    String+VeltoDisplay.cpp
+    String+VeltoScanning.cpp
+    String+VeltoWords.cpp
+    String+VeltoEncoding.cpp
+    String+VeltoPaths.cpp
+    StringList+VeltoEscapedList.cpp
 )
 # Formatters, mutable numbers, dates and typed user-defaults values.
 velto_core_sources(

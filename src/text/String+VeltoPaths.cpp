@@ -1,0 +1,131 @@
+#include "String+VeltoPaths.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <pwd.h>
+#include <unistd.h>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace velto {
+
+namespace {
+
+// The last path component of a path: [start, end), trailing "/" left out.
+struct Component
+{
+    qsizetype start = 0;
+    qsizetype end = 0;
+};
+
+Component lastComponent(QStringView path)
+{
+    qsizetype end = path.size();
+    while (end > 0 && path[end - 1] == u'/')
+        --end;
+    const qsizetype slash = end > 0 ? path.first(end).lastIndexOf(u'/') : -1;
+    return {slash + 1, end};
+}
+
+// Where the extension's dot lies in the last component, or -1 when it has none.
+qsizetype extensionDot(QStringView path, Component component)
+{
+    const qsizetype dot = path.first(component.end).lastIndexOf(u'.');
+    return dot > component.start && dot < component.end - 1 ? dot : -1;
+}
+
+// The user's home folder as the password database has it: HOME may have been changed for the process.
+QString passwordDatabaseHome()
+{
+    long bufferSize = sysconf(_SC_GETPW_R_SIZE_MAX);
+    if (bufferSize <= 0)
+        bufferSize = 16384;
+    std::vector<char> buffer(static_cast<size_t>(bufferSize));
+    struct passwd entry;
+    struct passwd *result = nullptr;
+    int status = 0;
+    while ((status = getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &result)) == ERANGE
+           && buffer.size() < 1024 * 1024) {
+        buffer.resize(buffer.size() * 2);
+    }
+    if (status != 0 || !result || !result->pw_dir || !*result->pw_dir)
+        return QDir::homePath();
+    return QFile::decodeName(result->pw_dir);
+}
+
+const QString &realHomeFolder()
+{
+    static const QString home = passwordDatabaseHome();
+    return home;
+}
+
+} // namespace
+
+bool hasPathExtensionVelto(QStringView path, QStringView extension)
+{
+    const Component component = lastComponent(path);
+    const qsizetype dot = extensionDot(path, component);
+    const QStringView own = dot < 0 ? QStringView() : path.sliced(dot + 1, component.end - dot - 1);
+    return own.compare(extension, Qt::CaseInsensitive) == 0;
+}
+
+QString stringByChangingPathExtensionVelto(const QString &path, QStringView extension)
+{
+    const Component component = lastComponent(path);
+    if (component.start == component.end)
+        return path;
+    const qsizetype dot = extensionDot(path, component);
+    QString result = path.first(dot < 0 ? component.end : dot);
+    if (!extension.isEmpty()) {
+        result += u'.';
+        result += extension;
+    }
+    return result;
+}
+
+QString stringByPathEquivalence(const QString &path)
+{
+    if (path == u"~" || path.startsWith(u"~/"))
+        return QDir::cleanPath(realHomeFolder() + path.sliced(1));
+    return QDir::cleanPath(path);
+}
+
+bool isPathEquivalent(const QString &path, const QString &other)
+{
+    return stringByPathEquivalence(path).compare(stringByPathEquivalence(other), Qt::CaseInsensitive) == 0;
+}
+
+bool isPathInFolder(const QString &path, const QString &folder)
+{
+    const QString equivalent = stringByPathEquivalence(path);
+    if (equivalent.isEmpty() || equivalent == u"/")
+        return false;
+    const qsizetype slash = equivalent.lastIndexOf(u'/');
+    const QString parent = slash < 0 ? QString() : (slash == 0 ? u"/"_s : equivalent.first(slash));
+    return isPathEquivalent(parent, folder);
+}
+
+bool isPathDescendantOf(const QString &path, const QString &folder)
+{
+    if (path.isNull() || folder.isNull())
+        return false;
+    return stringByPathEquivalence(path).startsWith(stringByPathEquivalence(folder));
+}
+
+QSet<QString> setWithComponentsSeparatedByString(const QString &string, const QString &separator)
+{
+    if (string.isEmpty())
+        return {};
+    if (separator.isEmpty())
+        return {string};
+    QStringList pieces = string.split(separator);
+    // A trailing separator leaves an empty last piece; it does not count.
+    if (pieces.size() > 1 && pieces.constLast().isEmpty())
+        pieces.removeLast();
+    return QSet<QString>(pieces.cbegin(), pieces.cend());
+}
+
+} // namespace velto
