@@ -2,10 +2,12 @@
 // lines, every space (same-length and longer replacement), and a pass that finds nothing. Long strings go
 // through the buffered rebuild, a 500,000-unit prefix through in-place editing. Baselines: QString::replace
 // on a copy of the same input, and for the pass without a match one QString::indexOf over the text. One more
-// pair compares a caller's std::function block with the built-in block doing the same search.
+// pair compares a caller's std::function block with the built-in block doing the same search. Last, hard
+// wrapping of the whole text at 40 units against the cheapest possible rewrap: cutting it every 40 units.
 
 #include "BenchRatio.h"
 
+#include "String+VeltoDisplay.h"
 #include "String+VeltoReplacing.h"
 #include "String+VeltoSearching.h"
 
@@ -110,6 +112,31 @@ void BM_Baseline_NoMatchIndexOf(benchmark::State &state)
         benchmark::DoNotOptimize(text().indexOf(target));
 }
 
+constexpr qsizetype WrapColumn = 40;
+
+void BM_HardWrap(benchmark::State &state)
+{
+    for (auto _ : state) {
+        QString wrapped = velto::stringByHardWrappingToLineLength(text(), WrapColumn);
+        benchmark::DoNotOptimize(wrapped.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * text().size() * 2);
+}
+
+void BM_Baseline_FixedColumnSplit(benchmark::State &state)
+{
+    for (auto _ : state) {
+        QString cut;
+        cut.reserve(text().size() + text().size() / WrapColumn + 1);
+        for (qsizetype at = 0; at < text().size(); at += WrapColumn) {
+            cut += QStringView(text()).sliced(at, std::min(WrapColumn, text().size() - at));
+            cut += u'\n';
+        }
+        benchmark::DoNotOptimize(cut.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * text().size() * 2);
+}
+
 BENCHMARK(BM_WordBuffered)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_WordQtReplace)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WordInPlace)->Unit(benchmark::kMicrosecond);
@@ -125,6 +152,8 @@ BENCHMARK(BM_SpaceToPercent20InPlace)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_SpaceToPercent20QtReplacePrefix)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_NoMatchPass)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_NoMatchIndexOf)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_HardWrap)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Baseline_FixedColumnSplit)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -136,5 +165,6 @@ VELTO_BENCHMARK_RATIO("BM_SpaceToUnderscoreFunctionBlock", "BM_SpaceToUnderscore
 VELTO_BENCHMARK_RATIO("BM_SpaceToPercent20Buffered", "BM_Baseline_SpaceToPercent20QtReplace");
 VELTO_BENCHMARK_RATIO("BM_SpaceToPercent20InPlace", "BM_Baseline_SpaceToPercent20QtReplacePrefix");
 VELTO_BENCHMARK_RATIO("BM_NoMatchPass", "BM_Baseline_NoMatchIndexOf");
+VELTO_BENCHMARK_RATIO("BM_HardWrap", "BM_Baseline_FixedColumnSplit");
 
 VELTO_BENCHMARK_MAIN()
