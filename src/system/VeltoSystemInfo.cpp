@@ -1,5 +1,6 @@
 #include "VeltoSystemInfo.h"
 
+#include "VTPasswordEntry_p.h"
 #include "VTSysctl_p.h"
 #include "VeltoBundle.h"
 
@@ -8,10 +9,7 @@
 #include <QStringDecoder>
 #include <QSysInfo>
 
-#include <cerrno>
-#include <vector>
 
-#include <pwd.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -73,22 +71,8 @@ QString VeltoSystem_PrimaryLanguageCode()
 
 QString VeltoSystem_CurrentUserName()
 {
-    const uid_t uid = getuid();
-    long bufferSize = sysconf(_SC_GETPW_R_SIZE_MAX);
-    if (bufferSize <= 0)
-        bufferSize = 16384;
-    std::vector<char> buffer(static_cast<size_t>(bufferSize));
-    struct passwd entry;
-    struct passwd *result = nullptr;
-    int status = 0;
-    // getpwuid() would share one static buffer with every other caller in the process.
-    while ((status = getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &result)) == ERANGE
-           && buffer.size() < 1024 * 1024) {
-        buffer.resize(buffer.size() * 2);
-    }
-    if (status != 0 || !result || !result->pw_name)
-        return u"user"_s;
-    const QString name = strictUtf8(result->pw_name);
+    const auto entry = VTPasswordEntryForRealUser();
+    const QString name = entry ? strictUtf8(entry->name.constData()) : QString();
     return name.isEmpty() ? u"user"_s : name;
 }
 

@@ -8,6 +8,8 @@ velto_core_sources(
     VeltoRandom.cpp
     VeltoSystemInfo.cpp
     VeltoSystemVersions.cpp
+    VTPasswordEntry_p.h
+    VTPasswordEntry.cpp
     VTSysctl_p.h
     VTSysctl.cpp
 )

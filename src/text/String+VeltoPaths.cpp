@@ -1,12 +1,10 @@
 #include "String+VeltoPaths.h"
 
+#include "VTPasswordEntry_p.h"
+
 #include <QDir>
 #include <QFile>
 
-#include <cerrno>
-#include <pwd.h>
-#include <unistd.h>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -40,20 +38,8 @@ qsizetype extensionDot(QStringView path, Component component)
 // The user's home folder as the password database has it: HOME may have been changed for the process.
 QString passwordDatabaseHome()
 {
-    long bufferSize = sysconf(_SC_GETPW_R_SIZE_MAX);
-    if (bufferSize <= 0)
-        bufferSize = 16384;
-    std::vector<char> buffer(static_cast<size_t>(bufferSize));
-    struct passwd entry;
-    struct passwd *result = nullptr;
-    int status = 0;
-    while ((status = getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &result)) == ERANGE
-           && buffer.size() < 1024 * 1024) {
-        buffer.resize(buffer.size() * 2);
-    }
-    if (status != 0 || !result || !result->pw_dir || !*result->pw_dir)
-        return QDir::homePath();
-    return QFile::decodeName(result->pw_dir);
+    const auto entry = VTPasswordEntryForRealUser();
+    return entry && !entry->homeFolder.isEmpty() ? QFile::decodeName(entry->homeFolder) : QDir::homePath();
 }
 
 const QString &realHomeFolder()
