@@ -18,7 +18,7 @@ std::optional<RawResult> callForRawResult(QObject *object, const char *selector,
 {
     if (!object)
         return std::nullopt;
-    VTInvocation invocation(selector, argument);
+    VTInvocation invocation(selector, {&argument});
     if (!invocation.bindToClassOf(object))
         return std::nullopt;
     RawResult result{invocation.method().returnMetaType()};
@@ -72,7 +72,7 @@ QVariant performSelectorIfResponds(QObject *object, const char *selector, const 
 {
     if (!object)
         return {};
-    VTInvocation invocation(selector, first, second, third);
+    VTInvocation invocation(selector, {&first, &second, &third});
     if (!invocation.bindToClassOf(object))
         return {};
     const QMetaType returnType = invocation.method().returnMetaType();

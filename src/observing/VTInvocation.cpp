@@ -7,11 +7,13 @@
 
 namespace {
 
-// Per-class cache of selector -> method index; -1 is cached too, so misses are as cheap as hits.
+// Per-class cache of selector -> method; misses are cached too, so they are as cheap as hits. Entries
+// are never removed or moved (each is allocated on its own), so holders may keep pointers to them.
 struct MethodCache
 {
     std::mutex mutex;
-    QHash<const QMetaObject *, QHash<QByteArray, int>> indexes;
+    QHash<const QMetaObject *, QHash<QByteArray, const VTMethod *>> methods;
+    const VTMethod none;
 };
 
 MethodCache &methodCache()
@@ -43,94 +45,80 @@ int resolveMethodIndex(const QMetaObject *metaObject, QByteArrayView selector)
     return -1;
 }
 
-QObject *objectIn(const QVariant &value)
+QObject *objectIn(const QVariant *value)
 {
-    if (value.metaType().flags() & QMetaType::PointerToQObject)
-        return *static_cast<QObject *const *>(value.constData());
+    if (value && (value->metaType().flags() & QMetaType::PointerToQObject))
+        return *static_cast<QObject *const *>(value->constData());
     return nullptr;
+}
+
+VTMethod *makeMethod(const QMetaObject *metaObject, const QByteArray &selector)
+{
+    auto *made = new VTMethod;
+    made->name = selector;
+    made->metaObject = metaObject;
+    made->index = resolveMethodIndex(metaObject, selector);
+    if (made->index < 0)
+        return made;
+    made->method = metaObject->method(made->index);
+    made->parameterCount = made->method.parameterCount();
+    made->callable = made->parameterCount <= int(made->parameterTypes.size());
+    if (!made->callable)
+        return made;
+    const QMetaObject *definingClass = made->method.enclosingMetaObject();
+    made->staticCall = definingClass->d.static_metacall;
+    made->localIndex = made->index - definingClass->methodOffset();
+    for (int i = 0; i < made->parameterCount; ++i)
+        made->parameterTypes[size_t(i)] = made->method.parameterMetaType(i);
+    return made;
 }
 
 } // namespace
 
-VTInvocation::VTInvocation(const char *selector, const QVariant &first, const QVariant &second,
-                           const QVariant &third)
-    : m_selector(selector), m_arguments{&first, &second, &third}
+const VTMethod &VTMethod::resolve(const QMetaObject *metaObject, const char *selector)
 {
-}
-
-int VTInvocation::methodIndex(const QMetaObject *metaObject, const char *selector)
-{
-    if (!metaObject || !selector)
-        return -1;
-    // Broadcasts ask for the same (class, selector) again and again: the last answer of this thread is
-    // checked first, without the lock.
-    struct LastLookup
-    {
-        const QMetaObject *metaObject = nullptr;
-        QByteArray selector;
-        int index = -1;
-    };
-    thread_local LastLookup last;
-    if (last.metaObject == metaObject && std::strcmp(last.selector.constData(), selector) == 0)
-        return last.index;
     MethodCache &cache = methodCache();
+    if (!metaObject || !selector)
+        return cache.none;
+    // Calls by name ask for the same (class, selector) again and again: the last answer of this thread is
+    // checked first, without the lock.
+    thread_local const VTMethod *last = nullptr;
+    if (last && last->metaObject == metaObject && std::strcmp(last->name.constData(), selector) == 0)
+        return *last;
     std::lock_guard lock(cache.mutex);
-    auto &forClass = cache.indexes[metaObject];
+    auto &forClass = cache.methods[metaObject];
     const QByteArray key = QByteArray::fromRawData(selector, qsizetype(std::strlen(selector)));
-    if (auto found = forClass.constFind(key); found != forClass.constEnd()) {
-        last = {metaObject, found.key(), *found};
-        return *found;
+    auto found = forClass.constFind(key);
+    if (found == forClass.constEnd()) {
+        const QByteArray name(selector);
+        found = forClass.insert(name, makeMethod(metaObject, name));
     }
-    const int index = resolveMethodIndex(metaObject, key);
-    forClass.insert(QByteArray(selector), index);
-    last = {metaObject, QByteArray(selector), index};
-    return index;
+    last = *found;
+    return **found;
 }
 
-bool VTInvocation::bindToClassOf(const QObject *target)
+void VTInvocation::prepareArguments()
 {
-    const QMetaObject *klass = target->metaObject();
-    if (klass == m_boundClass)
-        return m_bound;
-    m_boundClass = klass;
-    m_methodIndex = methodIndex(klass, m_selector);
-    if (m_methodIndex < 0)
-        return m_bound = false;
-    m_method = klass->method(m_methodIndex);
-    m_bound = m_method.parameterCount() <= 3;
-    if (!m_bound)
-        return false;
-    const QMetaObject *definingClass = m_method.enclosingMetaObject();
-    m_staticCall = definingClass->d.static_metacall;
-    m_localIndex = m_methodIndex - definingClass->methodOffset();
-    for (int i = 0; i < m_method.parameterCount(); ++i) {
-        const QMetaType type = m_method.parameterMetaType(i);
-        const QVariant &argument = *m_arguments[size_t(i)];
+    if (!m_converted.isEmpty()) // clear() is an out-of-line call
+        m_converted.clear();
+    for (size_t i = 0; i < size_t(m_method->parameterCount); ++i) {
+        const QMetaType type = m_method->parameterTypes[i];
+        const QVariant *argument = m_arguments[i];
         if (type == QMetaType::fromType<QVariant>()) {
-            m_argv[size_t(i) + 1] = const_cast<QVariant *>(&argument);
+            m_argv[i + 1] = argument ? const_cast<QVariant *>(argument) : &m_converted.emplace_back();
         } else if (type.flags() & QMetaType::PointerToQObject) {
             QObject *object = objectIn(argument);
             if (object && type.metaObject() && !object->metaObject()->inherits(type.metaObject()))
                 object = nullptr;
-            m_objectArguments[size_t(i)] = object;
-            m_argv[size_t(i) + 1] = &m_objectArguments[size_t(i)];
-        } else if (argument.metaType() == type) {
-            m_argv[size_t(i) + 1] = const_cast<void *>(argument.constData());
+            m_objectArguments[i] = object;
+            m_argv[i + 1] = &m_objectArguments[i];
+        } else if (argument && argument->metaType() == type) {
+            m_argv[i + 1] = const_cast<void *>(argument->constData());
         } else {
-            m_converted[size_t(i)] = QVariant(type);
-            if (argument.isValid())
-                QMetaType::convert(argument.metaType(), argument.constData(), type, m_converted[size_t(i)].data());
-            m_argv[size_t(i) + 1] = m_converted[size_t(i)].data();
+            QVariant &converted = m_converted.emplace_back(type);
+            if (argument && argument->isValid())
+                QMetaType::convert(argument->metaType(), argument->constData(), type, converted.data());
+            m_argv[i + 1] = converted.data();
         }
     }
-    return true;
-}
-
-void VTInvocation::invoke(QObject *target, void *result)
-{
-    m_argv[0] = result;
-    if (m_staticCall)
-        m_staticCall(target, QMetaObject::InvokeMetaMethod, m_localIndex, m_argv.data());
-    else
-        QMetaObject::metacall(target, QMetaObject::InvokeMetaMethod, m_methodIndex, m_argv.data());
 }

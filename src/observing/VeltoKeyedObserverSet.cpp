@@ -100,7 +100,7 @@ void VeltoKeyedObserverSet::visitObserversForKeys(const QSet<QString> &keys,
     if (count() == 0)
         return;
     const QList<QObject *> snapshot = copyObserversArray();
-    const std::shared_ptr<VeltoObserverSet> keepAlive = weak_from_this().lock();
+    const std::shared_ptr<VeltoObserverSet> alive = keepAlive();
     for (QObject *observer : snapshot) {
         // Held for the visit: the observer may be removed by its own handler, and its actions still run.
         const ActionsPointer actions = d->actionsOf(observer);

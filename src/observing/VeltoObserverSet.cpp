@@ -5,6 +5,8 @@
 
 #include <QDebug>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 std::shared_ptr<VeltoObserverSet> VeltoObserverSet::create()
@@ -26,21 +28,31 @@ quint64 VeltoObserverSet::removalCount() const { return UnknownRemovalCount; }
 void VeltoObserverSet::takeSnapshot(Snapshot &snapshot) const
 {
     const QList<QObject *> observers = copyObserversArray();
-    snapshot.append(observers.constData(), observers.size());
+    snapshot.resize(observers.size());
+    std::copy(observers.cbegin(), observers.cend(), snapshot.begin());
 }
 
-template<typename Visitor>
-void VeltoObserverSet::visit(Visitor &&visitor)
+std::shared_ptr<VeltoObserverSet> VeltoObserverSet::keepAlive()
 {
-    if (count() == 0)
-        return;
-    Snapshot snapshot;
+    if (m_self.expired()) // not taken yet, or the set had no owner then
+        m_self = weak_from_this();
+    return m_self.lock();
+}
+
+// Callers return early for an empty set, before preparing anything, and pass the count they read.
+template<typename Visitor>
+void VeltoObserverSet::visit(quint64 observerCount, Visitor &&visitor)
+{
+    // Sized up front: QVarLengthArray's size constructor is inline, a resize is a call.
+    Snapshot snapshot(static_cast<qsizetype>(observerCount));
     takeSnapshot(snapshot);
     // A handler may release the set's last owner; the set lives until the pass is over.
-    const std::shared_ptr<VeltoObserverSet> keepAlive = weak_from_this().lock();
-    const quint64 removals = removalCount();
-    for (QObject *observer : snapshot) {
-        const bool removedSinceSnapshot = removals == UnknownRemovalCount || removalCount() != removals;
+    const std::shared_ptr<VeltoObserverSet> alive = keepAlive();
+    // Nothing has run before the first call, so only later observers can have been removed meanwhile.
+    const quint64 removals = snapshot.size() > 1 ? removalCount() : UnknownRemovalCount;
+    for (qsizetype i = 0; i < snapshot.size(); ++i) {
+        QObject *observer = snapshot[i];
+        const bool removedSinceSnapshot = i > 0 && (removals == UnknownRemovalCount || removalCount() != removals);
         if (!removedSinceSnapshot || containsObserver(observer))
             visitor(observer);
     }
@@ -54,21 +66,37 @@ void VeltoObserverSet::visitObserversUsing(const std::function<void(QObject *obs
 void VeltoObserverSet::visitObserversRespondingToSelector(const char *selector,
                                                           const std::function<void(QObject *observer)> &visitor)
 {
-    visit([&](QObject *observer) {
-        if (!selector || VTInvocation::methodIndex(observer->metaObject(), selector) >= 0)
+    const quint64 observerCount = count();
+    if (observerCount == 0)
+        return;
+    visit(observerCount, [&](QObject *observer) {
+        if (!selector || VTMethod::resolve(observer->metaObject(), selector, m_lastMethod).index >= 0)
             visitor(observer);
     });
+}
+
+// The emptiness test comes first, before any preparation: an empty set is the common case.
+void VeltoObserverSet::makeObserversPerformSelector(const char *selector)
+{
+    if (const quint64 observerCount = count())
+        broadcast(observerCount, selector, {});
 }
 
 void VeltoObserverSet::makeObserversPerformSelector(const char *selector, const QVariant &first,
                                                     const QVariant &second, const QVariant &third)
 {
-    if (count() == 0)
-        return;
-    // One prepared call for the whole pass: it is rebound only when the observer's class changes.
-    VTInvocation invocation(selector, first, second, third);
-    visit([&](QObject *observer) {
-        if (invocation.bindToClassOf(observer))
+    if (const quint64 observerCount = count())
+        broadcast(observerCount, selector, {&first, &second, &third});
+}
+
+void VeltoObserverSet::broadcast(quint64 observerCount, const char *selector,
+                                 const std::array<const QVariant *, 3> &arguments)
+{
+    // One prepared call for the whole pass: it is rebound only when the observer's class changes, and
+    // rebinding to the class of the set's last broadcast reuses that broadcast's method.
+    VTInvocation invocation(selector, arguments);
+    visit(observerCount, [&](QObject *observer) {
+        if (invocation.bindToClassOf(observer, &m_lastMethod))
             invocation.invoke(observer);
     });
 }
@@ -76,8 +104,8 @@ void VeltoObserverSet::makeObserversPerformSelector(const char *selector, const 
 QString VeltoObserverSet::description() const
 {
     QString text = u"VeltoObserverSet {\n"_s;
-    Snapshot snapshot;
-    if (count() > 0)
+    Snapshot snapshot(static_cast<qsizetype>(count()));
+    if (!snapshot.isEmpty())
         takeSnapshot(snapshot);
     for (QObject *observer : snapshot) {
         QString shown;

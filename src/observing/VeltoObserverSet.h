@@ -30,8 +30,11 @@
 #include <QVarLengthArray>
 #include <QVariant>
 
+#include <array>
 #include <functional>
 #include <memory>
+
+struct VTMethod;
 
 class VELTOCORE_EXPORT VeltoObserverSet : public std::enable_shared_from_this<VeltoObserverSet>
 {
@@ -66,10 +69,12 @@ public:
 
     /**
      * makeObserversPerformSelector: calls \a selector with up to three object arguments (invalid for none) on
-     * every observer that implements it; others are skipped, results are ignored. The method is looked up
-     * once per run of observers of the same class.
+     * every observer that implements it; others are skipped, results are ignored. The set remembers the
+     * method of the last class and selector it broadcast, so repeating a message to observers of one class
+     * looks nothing up.
      */
-    void makeObserversPerformSelector(const char *selector, const QVariant &first = {}, const QVariant &second = {},
+    void makeObserversPerformSelector(const char *selector);
+    void makeObserversPerformSelector(const char *selector, const QVariant &first, const QVariant &second = {},
                                       const QVariant &third = {});
 
     /// description: "VeltoObserverSet {\n", then "\t<observer>\n" per observer in snapshot order, then "}".
@@ -79,16 +84,30 @@ protected:
     /// The real initialiser of subclasses (create() makes the plain set).
     VeltoObserverSet();
 
-    /// The snapshot a pass runs over; the default copies copyObserversArray(), subclasses may fill it directly.
+    /// The snapshot a pass runs over. It arrives sized to count() (up to 32 observers on the stack, no
+    /// allocation); write the observers over it, and resize it only when their number differs. The default
+    /// copies copyObserversArray(); subclasses may fill it directly.
     using Snapshot = QVarLengthArray<QObject *, 32>;
     virtual void takeSnapshot(Snapshot &snapshot) const;
 
     /// A count that changes whenever an observer is removed, so that a pass asks containsObserver() only
-    /// once something was removed; UnknownRemovalCount (the default) makes it ask every time.
+    /// once something was removed; UnknownRemovalCount (the default) makes it ask for every observer after
+    /// the first.
     static constexpr quint64 UnknownRemovalCount = ~quint64(0);
     [[nodiscard]] virtual quint64 removalCount() const;
 
+    /// keepAlive: what a pass holds so that a handler may release the set's last owner (null when the set
+    /// has no owner).
+    [[nodiscard]] std::shared_ptr<VeltoObserverSet> keepAlive();
+
 private:
     template<typename Visitor>
-    void visit(Visitor &&visitor);
+    void visit(quint64 observerCount, Visitor &&visitor);
+    // Null arguments stand for none, so a broadcast without arguments makes no QVariants.
+    void broadcast(quint64 observerCount, const char *selector, const std::array<const QVariant *, 3> &arguments);
+
+    // Locked by keepAlive() (weak_from_this() would copy it: two more reference count updates per pass).
+    std::weak_ptr<VeltoObserverSet> m_self;
+    // The method of the last broadcast, owned by the library's method cache.
+    const VTMethod *m_lastMethod = nullptr;
 };

@@ -48,11 +48,10 @@ bool VeltoObserverSetImpl::containsObserver(const QObject *observer) const
 
 void VeltoObserverSetImpl::takeSnapshot(Snapshot &snapshot) const
 {
-    if (!d->observers)
-        return;
-    // Straight into the snapshot's own storage: no list is allocated for up to 32 observers.
-    snapshot.resize(qsizetype(d->observers->count()));
-    snapshot.resize(d->observers->copyObjectsInto(snapshot.data(), snapshot.size()));
+    // Straight into the snapshot's own storage: no list, and no allocation up to 32 observers. Its size
+    // is count(), the number of members, so it is filled exactly.
+    if (d->observers)
+        d->observers->copyObjectsInto(snapshot.data(), snapshot.size());
 }
 
 quint64 VeltoObserverSetImpl::removalCount() const

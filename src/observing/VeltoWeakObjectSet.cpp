@@ -96,7 +96,7 @@ qsizetype VeltoWeakObjectSet::copyObjectsInto(QObject **buffer, qsizetype capaci
 
 void VeltoWeakObjectSet::makeObjectsPerformSelector(const char *selector, const QVariant &argument) const
 {
-    VTInvocation invocation(selector, argument);
+    VTInvocation invocation(selector, {&argument});
     for (QObject *member : std::as_const(d->members)) {
         if (invocation.bindToClassOf(member))
             invocation.invoke(member);

@@ -62,6 +62,7 @@ private slots:
     void addedDuringPassIsCalledNextTime();
     void ownerReleasedFromHandler();
     void nestedBroadcast();
+    void repeatedBroadcastGoesByName();
     void invalidatedSetReachesNobody();
     void descriptions();
     void keyedRegistrations();
@@ -169,6 +170,20 @@ void ObserverSetTest::nestedBroadcast()
     };
     set->makeObserversPerformSelector("changed");
     QCOMPARE(log, QStringList({u"a: changed"_s, u"a: title null"_s}));
+}
+
+void ObserverSetTest::repeatedBroadcastGoesByName()
+{
+    // The set remembers the method of its last broadcast; another name in the same buffer is another method.
+    QStringList log;
+    Listener a(&log, u"a"_s);
+    const auto set = VeltoObserverSet::create();
+    set->addObserver(&a);
+    char selector[16] = "changed";
+    set->makeObserversPerformSelector(selector);
+    qstrcpy(selector, "moved");
+    set->makeObserversPerformSelector(selector); // no arguments: null objects and an invalid QVariant
+    QCOMPARE(log, QStringList({u"a: changed"_s, u"a: moved null  null"_s}));
 }
 
 void ObserverSetTest::invalidatedSetReachesNobody()
