@@ -13,7 +13,7 @@ struct MethodCache
 {
     std::mutex mutex;
     QHash<const QMetaObject *, QHash<QByteArray, const VTMethod *>> methods;
-    const VTMethod none;
+    const VTMethod none{};
 };
 
 MethodCache &methodCache()
