@@ -3,6 +3,7 @@
 #include "VeltoWeakTargetTimer.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QEventLoop>
 #include <QPointer>
 #include <QProcess>
@@ -11,6 +12,7 @@
 #include <QTimer>
 
 #include <cerrno>
+#include <unistd.h>
 #include <mutex>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +48,7 @@ private slots:
     void semaphoreErrors_data();
     void semaphoreErrors();
     void onlyTheCreatorUnlinks();
+    void semaphoreAccessDenied();
 
 private:
     QString uniqueName(const char *what) const
@@ -180,6 +183,30 @@ void TimerSemaphoreTest::semaphoreErrors()
     QCOMPARE(error.localizedDescription(), u"failed to create/open semaphore \"%1\", %2"_s.arg(name, reason));
     QCOMPARE(error.descriptionForUserVelto(), error.localizedDescription()); // no code appended
     QVERIFY(!VeltoSemaphore::initWithName(name, create)); // no out-parameter: just null
+}
+
+void TimerSemaphoreTest::semaphoreAccessDenied()
+{
+    const QString name = uniqueName("denied");
+    auto owner = VeltoSemaphore::initWithName(name, true);
+    QVERIFY(owner);
+    QProcess other;
+    if (geteuid() == 0) {
+        // Root passes every permission check: the other process gives up root before it starts, and
+        // the semaphore's mode (rw-rw-r--) leaves another user read access only.
+        other.setChildProcessModifier([] {
+            if (setgid(65534) != 0 || setuid(65534) != 0)
+                _exit(3);
+        });
+    } else {
+        // A user can always open their own semaphore; take the permissions away from its file instead.
+        QVERIFY(QFile::setPermissions(u"/dev/shm/sem."_s + name.mid(1), QFileDevice::Permissions()));
+    }
+    other.start(QStringLiteral(VELTO_SEMAPHORE_HELPER), {u"post"_s, name});
+    QVERIFY(other.waitForFinished(10000));
+    QCOMPARE(other.exitCode(), 1);
+    QCOMPARE(QString::fromUtf8(other.readAllStandardOutput()),
+             u"failed to create/open semaphore \"%1\", access denied"_s.arg(name));
 }
 
 void TimerSemaphoreTest::onlyTheCreatorUnlinks()
