@@ -11,33 +11,26 @@ class CastTest : public QObject
     Q_OBJECT
 
 private slots:
-    void objectsOfTheClassOrASubclass();
-    void variantsOfExactlyTheType();
+    void objectsOfTheClassAndValuesOfExactlyTheType();
     void boolValues_data();
     void boolValues();
 };
 
-void CastTest::objectsOfTheClassOrASubclass()
+void CastTest::objectsOfTheClassAndValuesOfExactlyTheType()
 {
     QTimer timer;
     QObject plain;
     QObject *asObject = &timer;
-    QCOMPARE(velto::conditionalCastVelto<QTimer>(asObject), &timer);
     QCOMPARE(velto::conditionalCastVelto<QObject>(asObject), asObject); // an instance of a subclass
     QCOMPARE(velto::conditionalCastVelto<QTimer>(&plain), nullptr);
     QCOMPARE(velto::conditionalCastVelto<QTimer>(static_cast<QObject *>(nullptr)), nullptr);
     const QObject *constObject = &timer;
     QCOMPARE(velto::conditionalCastVelto<QTimer>(constObject), &timer);
-}
 
-void CastTest::variantsOfExactlyTheType()
-{
     QCOMPARE(velto::conditionalCastVelto<QString>(QVariant(u"name"_s)), std::optional<QString>(u"name"_s));
     QVERIFY(!velto::conditionalCastVelto<int>(QVariant(u"12"_s))); // no conversion
-    QVERIFY(!velto::conditionalCastVelto<QString>(QVariant(12)));
     QVERIFY(!velto::conditionalCastVelto<QString>(QVariant()));
     QCOMPARE(velto::conditionalCastVelto<QVariantList>(QVariant(QVariantList{1})).value().size(), 1);
-    QVERIFY(!velto::conditionalCastVelto<QVariantMap>(QVariant(QVariantList{1})));
 }
 
 void CastTest::boolValues_data()

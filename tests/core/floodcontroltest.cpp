@@ -16,11 +16,11 @@ QString decisions(VeltoLogFloodControlData &record, const QList<double> &times)
     return pattern;
 }
 
-QList<double> everySecond(double from, int count)
+QList<double> every(double step, double from, int count)
 {
     QList<double> times;
     for (int i = 0; i < count; ++i)
-        times.append(from + i);
+        times.append(from + i * step);
     return times;
 }
 
@@ -32,13 +32,10 @@ class FloodControlTest : public QObject
 
 private slots:
     void init();
-    void firstCallAlwaysLogs();
-    void thirteenLinesThenMutedWithOneMessage();
-    void keepsFiringStaysMutedAndRepeatsTheMessage();
+    void firstCallAndNullRecordAlwaysLog();
+    void burstsAreMuted_data();
+    void burstsAreMuted();
     void pauseOfFiveSecondsClearsTheCount();
-    void gapJustUnderFiveSecondsStillCounts();
-    void mutedCallsMoveTheLastTime();
-    void nullRecordAlwaysLogs();
     void realClockAndMacro();
 };
 
@@ -48,80 +45,49 @@ void FloodControlTest::init()
     QTest::failOnWarning(QRegularExpression(u".*"_s));
 }
 
-void FloodControlTest::firstCallAlwaysLogs()
+void FloodControlTest::firstCallAndNullRecordAlwaysLog()
 {
-    VeltoLogFloodControlData record;
-    QVERIFY(VeltoLog_ShouldLogWithFloodControlDataAtTime(&record, 500.0));
-    QCOMPARE(record.lastTime, 500.0);
-    QCOMPARE(record.burstCount, 0u);
     // A record muted by an earlier life is still allowed on its first call.
     VeltoLogFloodControlData stale{0, 1e12, 40};
     QVERIFY(VeltoLog_ShouldLogWithFloodControlDataAtTime(&stale, 1.0));
+    QVERIFY(VeltoLog_ShouldLogWithFloodControlData(nullptr));
+    QVERIFY(VeltoLog_ShouldLogWithFloodControlDataAtTime(nullptr, 1.0));
 }
 
-void FloodControlTest::thirteenLinesThenMutedWithOneMessage()
+void FloodControlTest::burstsAreMuted_data()
 {
-    VeltoLogFloodControlData record;
-    QTest::ignoreMessage(QtWarningMsg, "*** logging flood control enacted, disabling this log statement for 10 seconds");
-    QCOMPARE(decisions(record, everySecond(100, 14)), u"+++++++++++++."_s);
-    QCOMPARE(record.burstCount, 13u);
-    QCOMPARE(record.disabledUntil, 113.0 + 10.0);
+    QTest::addColumn<QList<double>>("times");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<int>("messages");
+    QTest::addColumn<double>("disabledUntil");
+    // From t=100 every second: 13 lines, muted at t=113 until 123. The muted calls move the last time on,
+    // so at 123 the count (still 13, moving on by one) mutes again at once, with the message again; so at 133.
+    QTest::newRow("keeps firing: stays muted") << every(1, 100, 40) << u"+++++++++++++"_s + QString(27, u'.') << 3
+                                               << 143.0;
+    QTest::newRow("gap just under 5 s still counts") << every(4.99, 1000, 14) << u"+++++++++++++."_s << 1
+                                                     << 1000 + 13 * 4.99 + 10;
 }
 
-void FloodControlTest::keepsFiringStaysMutedAndRepeatsTheMessage()
+void FloodControlTest::burstsAreMuted()
 {
+    QFETCH(QList<double>, times);
+    QFETCH(int, messages);
     VeltoLogFloodControlData record;
-    // Calls every second from t=100: muted at t=113 until 123; at 123 the count (still 13, and moving
-    // on by one) mutes again at once, with the message again; the same at 133.
-    for (int i = 0; i < 3; ++i)
-        QTest::ignoreMessage(QtWarningMsg, VeltoLogFloodControlMessage.data());
-    const QString pattern = decisions(record, everySecond(100, 40));
-    QCOMPARE(pattern, u"+++++++++++++"_s + QString(27, u'.'));
-    QCOMPARE(record.burstCount, 15u);
-    QCOMPARE(record.disabledUntil, 143.0);
+    for (int i = 0; i < messages; ++i)
+        QTest::ignoreMessage(QtWarningMsg, "*** logging flood control enacted, disabling this log statement for 10 seconds");
+    QTEST(decisions(record, times), "pattern");
+    QTEST(record.disabledUntil, "disabledUntil");
 }
 
 void FloodControlTest::pauseOfFiveSecondsClearsTheCount()
 {
     VeltoLogFloodControlData record;
     QTest::ignoreMessage(QtWarningMsg, VeltoLogFloodControlMessage.data());
-    QCOMPARE(decisions(record, everySecond(0.5, 14)), u"+++++++++++++."_s);
-    // t=13.5 muted until 23.5; the next call comes at 23.5 (10 s later, a pause): written, count cleared.
-    QCOMPARE(decisions(record, {23.5}), u"+"_s);
+    QCOMPARE(decisions(record, every(1, 0.5, 14)), u"+++++++++++++."_s);
+    // Muted at t=13.5 until 23.5; the call at 23.5 follows a pause: written, and the count starts again.
+    QCOMPARE(decisions(record, every(1, 23.5, 13)), QString(13, u'+'));
+    QCOMPARE(decisions(record, {40.5}), u"+"_s); // exactly 5 s after 35.5 is a pause too
     QCOMPARE(record.burstCount, 0u);
-    QCOMPARE(record.disabledUntil, 0.0);
-    QCOMPARE(decisions(record, everySecond(24.5, 12)), u"++++++++++++"_s);
-    QCOMPARE(record.burstCount, 12u);
-    QCOMPARE(decisions(record, {40.5}), u"+"_s); // 5 s exactly after 35.5 clears again
-    QCOMPARE(record.burstCount, 0u);
-}
-
-void FloodControlTest::gapJustUnderFiveSecondsStillCounts()
-{
-    VeltoLogFloodControlData record;
-    QList<double> times;
-    for (int i = 0; i < 14; ++i)
-        times.append(1000 + i * 4.99);
-    QTest::ignoreMessage(QtWarningMsg, VeltoLogFloodControlMessage.data());
-    QCOMPARE(decisions(record, times), u"+++++++++++++."_s);
-}
-
-void FloodControlTest::mutedCallsMoveTheLastTime()
-{
-    VeltoLogFloodControlData record;
-    QTest::ignoreMessage(QtWarningMsg, VeltoLogFloodControlMessage.data());
-    (void)decisions(record, everySecond(100, 14)); // muted at t=113 until 123
-    // t=124 is 11 s after the last call that wrote but only 4 s after the muted call at t=120: still a
-    // burst, so the statement is muted again at once, and the message says so again.
-    QTest::ignoreMessage(QtWarningMsg, VeltoLogFloodControlMessage.data());
-    QCOMPARE(decisions(record, {120, 124}), u".."_s);
-    QCOMPARE(record.disabledUntil, 134.0);
-}
-
-void FloodControlTest::nullRecordAlwaysLogs()
-{
-    QVERIFY(VeltoLog_ShouldLogWithFloodControlData(nullptr));
-    QVERIFY(VeltoLog_ShouldLogWithFloodControlDataAtTime(nullptr, 1.0));
 }
 
 void FloodControlTest::realClockAndMacro()

@@ -56,7 +56,6 @@ class ObserverSetTest : public QObject
     Q_OBJECT
 
 private slots:
-    void createGivesThePlainSet();
     void broadcastSkipsObserversWithoutTheMethod();
     void removedDuringPassIsNotCalled();
     void addedDuringPassIsCalledNextTime();
@@ -69,13 +68,6 @@ private slots:
     void keyedRemovalDuringPass();
     void keyedRegistrationDuringOwnVisitThrows();
 };
-
-void ObserverSetTest::createGivesThePlainSet()
-{
-    const auto set = VeltoObserverSet::create();
-    QVERIFY(dynamic_cast<VeltoObserverSetImpl *>(set.get()));
-    QCOMPARE(set->count(), 0u);
-}
 
 void ObserverSetTest::broadcastSkipsObserversWithoutTheMethod()
 {

