@@ -36,11 +36,11 @@ private:
     int number = 0;
 };
 
-/// quoted: \a text in double quotes with line feeds shown as \n.
+/// quoted: \a text in double quotes with line feeds and carriage returns shown as \n and \r.
 inline QString quoted(const QString &text)
 {
     QString shown = text;
-    shown.replace(u'\n', u"\\n"_s);
+    shown.replace(u'\n', u"\\n"_s).replace(u'\r', u"\\r"_s);
     return u"\"%1\""_s.arg(shown);
 }
 
