@@ -12,7 +12,7 @@
 
 #include <optional>
 
-class VELTOCORE_EXPORT VTPropertyListXml
+class VELTOCORE_TESTS_EXPORT VTPropertyListXml
 {
 public:
     VTPropertyListXml() = delete;

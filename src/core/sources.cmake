@@ -1,11 +1,13 @@
 # Files of src/core in the VeltoCore library.
-velto_core_sources(
+velto_layer(core LIBRARY VeltoCore)
+velto_sources(core
   PUBLIC_HEADERS
     VeltoAlertPresenter.h
     VeltoApplication.h
     VeltoBundle.h
     VeltoCore.h
     VeltoError.h
+    VeltoRange.h
     VeltoException.h
     VeltoLocalization.h
     VeltoLogDomain.h

@@ -1,6 +1,7 @@
-# Files of src/geometry: rectangle arithmetic in the VeltoCore library, rounded outlines (QPainterPath)
-# in VeltoCoreGui.
-velto_core_sources(
+# Files of src/geometry: rectangles, points and sizes and their arithmetic (the rounded outlines, which
+# need Qt6::Gui, are in src/ui).
+velto_layer(geometry LIBRARY VeltoCore DEPENDS core)
+velto_sources(geometry
   PUBLIC_HEADERS
     VeltoPoint.h
     VeltoSize.h
@@ -8,12 +9,4 @@ velto_core_sources(
     VeltoGeometryUtil.h
   SOURCES
     VeltoGeometryUtil.cpp
-)
-velto_gui_sources(
-  PUBLIC_HEADERS
-    PainterPath+VeltoCore.h
-  SOURCES
-    PainterPath+VeltoCore.cpp
-    VTRoundedRectRegionBuilder_p.h
-    VTRoundedRectRegionBuilder.cpp
 )

@@ -1,6 +1,7 @@
 # Files of src/observing in the VeltoCore library: calls by name, non-owning collections, observer sets,
 # property observation, timers and named semaphores.
-velto_core_sources(
+velto_layer(observing LIBRARY VeltoCore DEPENDS core)
+velto_sources(observing
   PUBLIC_HEADERS
     ByteArray+VeltoEnsuredGrowth.h
     Containers+VeltoWeakReference.h

@@ -1,7 +1,7 @@
 # Files of src/ranges in the VeltoCore library.
-velto_core_sources(
+velto_layer(ranges LIBRARY VeltoCore DEPENDS system observing)
+velto_sources(ranges
   PUBLIC_HEADERS
-    VeltoRange.h
     VeltoRangeUtil.h
     VeltoBinarySearch.h
     VeltoAbstractRangeArray.h

@@ -41,7 +41,7 @@
 #include <optional>
 
 // Exported for the unit tests only; this header is not installed.
-class VELTOCORE_EXPORT VTSysctl
+class VELTOCORE_TESTS_EXPORT VTSysctl
 {
 public:
     /// VTSysctl: the running system; files below "/" and the machine name from uname().

@@ -4,6 +4,8 @@
 #include "VTSysctl_p.h"
 #include "VeltoBundle.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
 #include <QStringDecoder>
@@ -74,6 +76,15 @@ QString VeltoSystem_CurrentUserName()
     const auto entry = VTPasswordEntryForRealUser();
     const QString name = entry ? strictUtf8(entry->name.constData()) : QString();
     return name.isEmpty() ? u"user"_s : name;
+}
+
+QString VeltoSystem_RealHomeFolder()
+{
+    static const QString home = [] {
+        const auto entry = VTPasswordEntryForRealUser();
+        return entry && !entry->homeFolder.isEmpty() ? QFile::decodeName(entry->homeFolder) : QDir::homePath();
+    }();
+    return home;
 }
 
 QString VeltoSystem_ComputerName()

@@ -75,6 +75,13 @@
 [[nodiscard]] VELTOCORE_EXPORT QString VeltoSystem_CurrentUserName();
 
 /**
+ * VeltoSystem_RealHomeFolder: the real user's home folder as the password database records it
+ * (getpwuid_r(getuid())), whatever HOME says; QDir::homePath() when the database has no entry or an
+ * empty one. Read once and cached for the life of the process.
+ */
+[[nodiscard]] VELTOCORE_EXPORT QString VeltoSystem_RealHomeFolder();
+
+/**
  * VeltoSystem_ComputerName: the computer's name for people: the pretty host name that hostnamectl
  * keeps in /etc/machine-info ("Anna's Laptop") when set, otherwise the host name. Null when neither is
  * available.

@@ -1,5 +1,6 @@
 # Files of src/system in the VeltoCore library.
-velto_core_sources(
+velto_layer(system LIBRARY VeltoCore DEPENDS core)
+velto_sources(system
   PUBLIC_HEADERS
     VeltoRandom.h
     VeltoSystemInfo.h
@@ -14,11 +15,13 @@ velto_core_sources(
     VTSysctl.cpp
 )
 # Product versions and release dates.
-velto_core_sources(
+velto_sources(system
   PUBLIC_HEADERS
     VeltoDate.h
+    VeltoDateComponents.h
     VeltoVersion.h
   SOURCES
     VeltoDate.cpp
+    VeltoDateComponents.cpp
     VeltoVersion.cpp
 )

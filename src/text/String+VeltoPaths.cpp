@@ -1,9 +1,8 @@
 #include "String+VeltoPaths.h"
 
-#include "VTPasswordEntry_p.h"
+#include "VeltoSystemInfo.h"
 
 #include <QDir>
-#include <QFile>
 
 
 using namespace Qt::StringLiterals;
@@ -35,18 +34,6 @@ qsizetype extensionDot(QStringView path, Component component)
     return dot > component.start && dot < component.end - 1 ? dot : -1;
 }
 
-// The user's home folder as the password database has it: HOME may have been changed for the process.
-QString passwordDatabaseHome()
-{
-    const auto entry = VTPasswordEntryForRealUser();
-    return entry && !entry->homeFolder.isEmpty() ? QFile::decodeName(entry->homeFolder) : QDir::homePath();
-}
-
-const QString &realHomeFolder()
-{
-    static const QString home = passwordDatabaseHome();
-    return home;
-}
 
 } // namespace
 
@@ -75,7 +62,7 @@ QString stringByChangingPathExtensionVelto(const QString &path, QStringView exte
 QString stringByPathEquivalence(const QString &path)
 {
     if (path == u"~" || path.startsWith(u"~/"))
-        return QDir::cleanPath(realHomeFolder() + path.sliced(1));
+        return QDir::cleanPath(VeltoSystem_RealHomeFolder() + path.sliced(1));
     return QDir::cleanPath(path);
 }
 

@@ -9,7 +9,7 @@
 #include <QString>
 #include <QStringView>
 
-class VELTOCORE_EXPORT VTDecimalTrimming
+class VELTOCORE_TESTS_EXPORT VTDecimalTrimming
 {
 public:
     VTDecimalTrimming() = delete;

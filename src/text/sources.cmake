@@ -1,5 +1,6 @@
 # Files of src/text: character sets, searching, the replacer and the string, number and date additions.
-velto_core_sources(
+velto_layer(text LIBRARY VeltoCore DEPENDS system LINK ICU::i18n ICU::uc)
+velto_sources(text
   PUBLIC_HEADERS
     VeltoCharacterSet.h
     VeltoStringCompareOptions.h
@@ -26,7 +27,7 @@ velto_core_sources(
     StringList+VeltoEscapedList.cpp
 )
 # Formatters, mutable numbers, dates and typed user-defaults values.
-velto_core_sources(
+velto_sources(text
   PUBLIC_HEADERS
     VeltoFormatter.h
     VeltoNumberFormatter.h
@@ -34,7 +35,6 @@ velto_core_sources(
     VeltoMutableNumber.h
     VeltoMutableIntegerNumber.h
     VeltoMutableDoubleNumber.h
-    VeltoDateComponents.h
     VeltoDateFormatter.h
     DateTime+VeltoAdditions.h
     UserDefaults+VeltoAdditions.h
@@ -49,7 +49,6 @@ velto_core_sources(
     VeltoMutableNumber.cpp
     VeltoMutableIntegerNumber.cpp
     VeltoMutableDoubleNumber.cpp
-    VeltoDateComponents.cpp
     VeltoDateFormatter.cpp
     DateTime+VeltoAdditions.cpp
     UserDefaults+VeltoAdditions.cpp

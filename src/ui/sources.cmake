@@ -1,12 +1,13 @@
 # Files of src/ui in the VeltoCoreGui library.
-velto_gui_sources(
+velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry ranges text)
+velto_sources(ui
   PUBLIC_HEADERS
     VeltoMessageBoxPresenter.h
   SOURCES
     VeltoMessageBoxPresenter.cpp
 )
 # File-size fields, the attributed file size and fonts in the user defaults.
-velto_gui_sources(
+velto_sources(ui
   PUBLIC_HEADERS
     LineEdit+VeltoFileSize.h
     VeltoAttributedFileSize.h
@@ -15,4 +16,13 @@ velto_gui_sources(
     LineEdit+VeltoFileSize.cpp
     VeltoAttributedFileSize.cpp
     UserDefaults+VeltoFonts.cpp
+)
+# Rounded-rectangle outlines.
+velto_sources(ui
+  PUBLIC_HEADERS
+    PainterPath+VeltoCore.h
+  SOURCES
+    PainterPath+VeltoCore.cpp
+    VTRoundedRectRegionBuilder_p.h
+    VTRoundedRectRegionBuilder.cpp
 )

@@ -18,7 +18,7 @@
 
 #include <QPainterPath>
 
-class VELTOCOREGUI_EXPORT VTRoundedRectRegionBuilder
+class VELTOCOREGUI_TESTS_EXPORT VTRoundedRectRegionBuilder
 {
 public:
     /// initWithOrigin: resetWithOrigin(origin, radius).
