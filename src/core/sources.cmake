@@ -18,6 +18,8 @@ velto_sources(core
     VeltoLogSink.h
     VeltoUserDefaults.h
     Object+VeltoCoreCast.h
+    Object+VeltoDispatch.h
+    VeltoPatchableRoutine.h
     Variant+VeltoCore.h
   SOURCES
     VeltoAlertPresenter.cpp
@@ -39,4 +41,7 @@ velto_sources(core
     VTPropertyListXml_p.h
     VTPropertyListXml.cpp
     Variant+VeltoCore.cpp
+    Object+VeltoDispatch.cpp
+    VTInvocation_p.h
+    VTInvocation.cpp
 )

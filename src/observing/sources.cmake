@@ -1,4 +1,4 @@
-# Files of src/observing in the VeltoCore library: calls by name, non-owning collections, observer sets,
+# Files of src/observing in the VeltoCore library: non-owning collections, observer sets,
 # property observation, timers and named semaphores.
 velto_layer(observing LIBRARY VeltoCore DEPENDS core)
 velto_sources(observing
@@ -6,7 +6,6 @@ velto_sources(observing
     ByteArray+VeltoEnsuredGrowth.h
     Containers+VeltoWeakReference.h
     Object+VeltoAssociatedObjects.h
-    Object+VeltoDispatch.h
     Object+VeltoKVOHelper.h
     VariantMap+VeltoObjectAdditions.h
     VeltoDeferToBaseRunLoop.h
@@ -15,7 +14,6 @@ velto_sources(observing
     VeltoKVORegistration.h
     VeltoObserverSet.h
     VeltoObserverSetImpl.h
-    VeltoPatchableRoutine.h
     VeltoPointerKeyDictionary.h
     VeltoSemaphore.h
     VeltoWeakKeyDictionary.h
@@ -26,7 +24,6 @@ velto_sources(observing
   SOURCES
     ByteArray+VeltoEnsuredGrowth.cpp
     Object+VeltoAssociatedObjects.cpp
-    Object+VeltoDispatch.cpp
     VariantMap+VeltoObjectAdditions.cpp
     VeltoDeferToBaseRunLoop.cpp
     VeltoKeyedObserverSet.cpp
@@ -41,8 +38,6 @@ velto_sources(observing
     VeltoWeakReference.cpp
     VeltoWeakReferenceCollectionObjectEnumerator.cpp
     VeltoWeakTargetTimer.cpp
-    VTInvocation_p.h
-    VTInvocation.cpp
     VTSnapshot_p.h
     VTUniqueObject_p.h
 )
