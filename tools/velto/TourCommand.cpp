@@ -174,12 +174,12 @@ const bool frameStops = registerTourStop(100, libraryStop) && registerTourStop(1
 
 } // namespace
 
-int runTourCommand(const QStringList &, QTextStream &out, QTextStream &)
+int runTourCommand(const CommandLine &line)
 {
+    QTextStream &out = line.out;
     QTemporaryDir folder;
     if (!folder.isValid()) {
-        out << "velto tour: cannot make a temporary folder: " << folder.errorString() << '\n';
-        return 1;
+        return line.failure(u"cannot make a temporary folder: "_s + folder.errorString());
     }
     out << "VeltoCore tour, working in " << folder.path() << '\n';
     tourOut = &out;
@@ -194,12 +194,18 @@ int runTourCommand(const QStringList &, QTextStream &out, QTextStream &)
     VeltoUserDefaults::setStandardUserDefaults(nullptr);
     qInstallMessageHandler(previous);
     out << "\nEnd of the tour; the temporary folder is removed.\n";
-    return 0;
+    return ExitSuccess;
 }
 
 namespace {
 
-const bool tourCommand = registerCommand(
-    {"tour", "a short guided run through the library on real files in a temporary folder", runTourCommand});
+const bool tourCommand = registerCommand({
+    .name = "tour",
+    .summary = "a guided run through the library on real files in a temporary folder",
+    .description = "Each stop shows one part of the library at work: the files it makes live in a temporary "
+                   "folder that is removed at the end, and the library's own log lines appear indented "
+                   "under the stop that caused them.",
+    .run = runTourCommand,
+});
 
 } // namespace

@@ -1,5 +1,5 @@
 // `velto version parse TEXT` shows how the library reads a product version (display form such as
-// "2.1 beta 3" or bundle form such as "0201.0002.03"); `velto version compare A B` orders two of them.
+// "2.1 beta 3" or bundle form such as "0201.0002.03"); `velto version compare` orders two of them.
 // The tour's version stop lives here too.
 
 #include "Commands.h"
@@ -7,6 +7,8 @@
 
 #include "VeltoDate.h"
 #include "VeltoVersion.h"
+
+#include <QHash>
 
 #include <algorithm>
 #include <optional>
@@ -47,15 +49,13 @@ std::optional<VeltoVersion> readVersion(const QString &text, QString *form, QStr
     return std::nullopt;
 }
 
-int parseVersion(const QString &text, QTextStream &out, QTextStream &err)
+int parseVersion(const CommandLine &line, const QString &text)
 {
     QString form;
     QString problem;
     const std::optional<VeltoVersion> version = readVersion(text, &form, &problem);
-    if (!version) {
-        err << "velto version: " << problem << '\n';
-        return 1;
-    }
+    if (!version)
+        return line.failure(problem);
     const VeltoVersion fromFields(version->majorVersion(), version->minorVersion(), version->revision(),
                                   version->releaseType(), version->releaseIncrement());
     QString display = quoted(version->displayString());
@@ -73,38 +73,51 @@ int parseVersion(const QString &text, QTextStream &out, QTextStream &err)
         {u"ordered integer"_s, hexInteger(version->orderedInteger())},
     };
     for (const auto &[name, value] : lines)
-        out << (name + u':').leftJustified(23) << value << '\n';
-    return 0;
+        line.out << (name + u':').leftJustified(23) << value << '\n';
+    return ExitSuccess;
 }
 
-int compareVersions(const QString &first, const QString &second, QTextStream &out, QTextStream &err)
+// The relations a script can test: each holds for the comparison results it lists.
+const QHash<QString, QList<int>> &relations()
 {
+    static const QHash<QString, QList<int>> table = {
+        {u"lt"_s, {-1}}, {u"le"_s, {-1, 0}}, {u"eq"_s, {0}}, {u"ge"_s, {0, 1}}, {u"gt"_s, {1}},
+    };
+    return table;
+}
+
+// `compare A B` prints -1, 0 or 1; `compare A OP B` prints nothing and answers with its exit status.
+int compareVersions(const CommandLine &line, const QStringList &operands)
+{
+    const QString relation = operands.size() == 3 ? operands.at(1) : QString();
+    if (operands.size() == 3 && !relations().contains(relation))
+        return line.usageError(u"\"%1\" is not one of lt, le, eq, ge, gt"_s.arg(relation));
     QString form;
     QString problem;
-    const std::optional<VeltoVersion> a = readVersion(first, &form, &problem);
-    const std::optional<VeltoVersion> b = a ? readVersion(second, &form, &problem) : std::nullopt;
-    if (!a || !b) {
-        err << "velto version: " << problem << '\n';
-        return 1;
+    const std::optional<VeltoVersion> a = readVersion(operands.first(), &form, &problem);
+    const std::optional<VeltoVersion> b = a ? readVersion(operands.last(), &form, &problem) : std::nullopt;
+    if (!a || !b)
+        return line.failure(problem);
+    const int order = a->compareVersion(*b);
+    if (relation.isNull()) {
+        line.out << order << '\n';
+        return ExitSuccess;
     }
-    static const QString relations[] = {u"<"_s, u"="_s, u">"_s};
-    out << quoted(a->displayString()) << " (" << hexInteger(a->orderedInteger()) << ") "
-        << relations[a->compareVersion(*b) + 1] << ' ' << quoted(b->displayString()) << " ("
-        << hexInteger(b->orderedInteger()) << ")\n";
-    return 0;
+    return relations().value(relation).contains(order) ? ExitSuccess : ExitFailure;
 }
 
-int runVersionCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
+int runVersionCommand(const CommandLine &line)
 {
-    const QString action = arguments.value(0);
-    if (action == u"parse" && arguments.size() == 2)
-        return parseVersion(arguments.at(1), out, err);
-    if (action == u"compare" && arguments.size() == 3)
-        return compareVersions(arguments.at(1), arguments.at(2), out, err);
-    err << "usage: velto version parse TEXT\n"
-           "       velto version compare A B\n"
-           "TEXT, A and B are display strings (\"2.1 beta 3\") or bundle version strings (\"0201.0002.03\").\n";
-    return 2;
+    const QString action = line.arguments.first();
+    const QStringList operands = line.arguments.mid(1);
+    if (action == u"parse")
+        return operands.size() == 1 ? parseVersion(line, operands.first()) : line.usageError(u"parse takes one version"_s);
+    if (action == u"compare") {
+        return operands.size() == 2 || operands.size() == 3
+            ? compareVersions(line, operands)
+            : line.usageError(u"compare takes two versions, or two versions around a relation"_s);
+    }
+    return line.usageError(u"no action \"%1\""_s.arg(action));
 }
 
 void versionStop(Tour &tour)
@@ -149,7 +162,20 @@ void versionStop(Tour &tour)
                                      released.date().toUTC().toString(u"yyyy-MM-dd HH:mm:ss"_s)));
 }
 
-const bool registered = registerCommand({"version", "parse and compare product versions", runVersionCommand})
-    && registerTourStop(900, versionStop);
+const bool registered = registerCommand({
+    .name = "version",
+    .summary = "parse and compare product versions",
+    .synopsis = {"parse TEXT", "compare A B", "compare A lt|le|eq|ge|gt B"},
+    .description = "TEXT, A and B are display strings (\"2.1 beta 3\") or bundle version strings "
+                   "(\"0201.0002.03\").\n\n"
+                   "parse prints the fields, both textual forms and the ordering integer.\n"
+                   "compare A B prints -1, 0 or 1 as A is older than, the same as, or newer than B.\n"
+                   "compare A OP B prints nothing: it exits with 0 when the relation holds and 1 when it "
+                   "does not (a version that cannot be read is reported, also with 1), so scripts can "
+                   "write: velto version compare \"$installed\" lt 2.1 && upgrade",
+    .arguments = {2, 4},
+    .words = {u"parse"_s, u"compare"_s},
+    .run = runVersionCommand,
+}) && registerTourStop(900, versionStop);
 
 } // namespace

@@ -3,6 +3,9 @@
 // themselves (Commands.h).
 
 #include "Commands.h"
+#include "Manual.h"
+
+#include "veltocore_version.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -11,12 +14,39 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void printUsage(QTextStream &stream)
+QString toolUsage()
 {
-    stream << "usage: velto <command> [arguments]\n\nCommands:\n";
-    for (const VeltoCommand &command : registeredCommands())
-        stream << "  " << QString::fromLatin1(command.name).leftJustified(10) << ' ' << command.summary << '\n';
-    stream << "  " << u"help"_s.leftJustified(10) << " this text (also --help, -h)\n";
+    QString usage = u"Usage: velto COMMAND [options] [arguments]\n"
+                    "       velto help COMMAND\n"
+                    "       velto --version\n\n"
+                    "Commands:\n"_s;
+    const QList<VeltoCommand> commands = registeredCommands();
+    for (const VeltoCommand &command : commands)
+        usage += u"  "_s + QString::fromLatin1(command.name).leftJustified(12) + QString::fromUtf8(command.summary) + u'\n';
+    usage += u"  "_s + u"help"_s.leftJustified(12) + u"this text, or a command's help\n\n"_s;
+    usage += u"Exit status: 0 done, 1 a reported error, 2 bad usage.\n"_s;
+    return usage;
+}
+
+int usageError(QTextStream &err, const QString &problem)
+{
+    err << "velto: " << problem << "\n\n" << toolUsage();
+    return ExitUsage;
+}
+
+int help(const QStringList &arguments, QTextStream &out, QTextStream &err)
+{
+    if (arguments.isEmpty()) {
+        out << toolUsage();
+        return ExitSuccess;
+    }
+    if (arguments.size() > 1)
+        return usageError(err, u"help takes one command, not \"%1\""_s.arg(arguments.join(u' ')));
+    const VeltoCommand *command = findCommand(arguments.first());
+    if (!command)
+        return usageError(err, u"no command \"%1\""_s.arg(arguments.first()));
+    out << commandHelp(*command);
+    return ExitSuccess;
 }
 
 } // namespace
@@ -25,21 +55,32 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(u"velto"_s);
-    QCoreApplication::setApplicationVersion(QStringLiteral(VELTOCORE_VERSION));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELTOCORE_VERSION_STRING));
     QTextStream out(stdout);
     QTextStream err(stderr);
 
     const QStringList arguments = app.arguments().mid(1);
-    const QString name = arguments.value(0);
-    if (name.isEmpty() || name == u"help" || name == u"--help" || name == u"-h") {
-        printUsage(name.isEmpty() ? err : out);
-        return name.isEmpty() ? 2 : 0;
+    const QString first = arguments.value(0);
+    if (arguments.isEmpty())
+        return usageError(err, u"no command given"_s);
+    if (first == u"help" || first == u"--help" || first == u"-h")
+        return help(arguments.mid(1), out, err);
+    if (first == u"--version" || first == u"-v") {
+        out << "velto " << VELTOCORE_VERSION_STRING << '\n';
+        return ExitSuccess;
     }
-    for (const VeltoCommand &command : registeredCommands()) {
-        if (name == QLatin1StringView(command.name))
-            return command.run(arguments.mid(1), out, err);
+    // Hidden: the build writes the manual page and the shell completion from the commands themselves.
+    if (first == u"--manual-page") {
+        out << manualPage(toolUsage());
+        return ExitSuccess;
     }
-    err << "velto: unknown command \"" << name << "\"\n\n";
-    printUsage(err);
-    return 2;
+    if (first == u"--bash-completion") {
+        out << bashCompletion();
+        return ExitSuccess;
+    }
+    if (first.startsWith(u'-'))
+        return usageError(err, u"unknown option \"%1\""_s.arg(first));
+    if (const VeltoCommand *command = findCommand(first))
+        return runCommand(*command, arguments.mid(1), out, err);
+    return usageError(err, u"no command \"%1\""_s.arg(first));
 }
