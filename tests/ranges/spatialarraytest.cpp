@@ -53,6 +53,8 @@ class SpatialArrayTest : public QObject
 
 private slots:
     void edgeTextAndBoxing();
+    void edgeTextRoundsHalvesToEvenAsPrintfDoes_data();
+    void edgeTextRoundsHalvesToEvenAsPrintfDoes();
     void queries();
     void lookupsEnumerationAndLifetime();
     void stopFlag();
@@ -66,6 +68,23 @@ void SpatialArrayTest::edgeTextAndBoxing()
     QCOMPARE(velto::veltoSpatialEdgeValue(velto::valueWithVeltoSpatialEdge({1.5, 2})), (VeltoSpatialEdge{1.5, 2}));
     VELTO_COMPARE_THROWN((void)velto::veltoSpatialEdgeValue(QVariant(3)), VeltoInvalidArgumentException,
                          u"A value of type int was given where a boxed VeltoSpatialEdge is expected"_s);
+}
+
+void SpatialArrayTest::edgeTextRoundsHalvesToEvenAsPrintfDoes_data()
+{
+    QTest::addColumn<VeltoSpatialEdge>("edge");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("halves") << VeltoSpatialEdge{2.5, 0.5} << u"{loc=2, len=0}"_s;
+    QTest::newRow("odd halves") << VeltoSpatialEdge{3.5, 1.5} << u"{loc=4, len=2}"_s;
+    QTest::newRow("negative half") << VeltoSpatialEdge{-2.5, 0} << u"{loc=-2, len=0}"_s;
+    QTest::newRow("wide, negative zero") << VeltoSpatialEdge{1e22, -0.5} << u"{loc=10000000000000000000000, len=-0}"_s;
+}
+
+void SpatialArrayTest::edgeTextRoundsHalvesToEvenAsPrintfDoes()
+{
+    QFETCH(VeltoSpatialEdge, edge);
+    QFETCH(QString, text);
+    QCOMPARE(VeltoSpatialEdge_ToString(edge), text);
 }
 
 void SpatialArrayTest::queries()
