@@ -30,6 +30,7 @@ velto_core_sources(
     VeltoIndexSet.cpp
     VeltoSpatialEdge.cpp
     VTIdentityMap_p.h
+    VTChunkedSequence_p.h
     VeltoSpatialArray.cpp
     VeltoFloatArray.cpp
     VeltoFloatVector.cpp
