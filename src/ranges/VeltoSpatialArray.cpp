@@ -4,6 +4,8 @@
 #include "VTIdentityMap_p.h"
 #include "VeltoBinarySearch.h"
 
+#include <QVarLengthArray>
+
 #include <functional>
 #include <vector>
 
@@ -17,7 +19,8 @@ struct VTSpatialPoint
     VTSpatialEntry *entry = nullptr;
     bool isStart = false;
     double location = 0;
-    QList<VTSpatialEntry *> overlappingEntries; // in entry order
+    // In entry order. Most points lie inside no entry or one, so the list rarely allocates.
+    QVarLengthArray<VTSpatialEntry *, 2> overlappingEntries;
 };
 
 // An entry owns its two points, so an entry's points live exactly as long as the entry.
@@ -63,7 +66,8 @@ qint64 comparePoint(const VTSpatialPoint &a, const VTSpatialPoint &b)
     return compareAddresses(a.entry, b.entry);
 }
 
-void insertSortedEntry(QList<VTSpatialEntry *> &entries, VTSpatialEntry *entry)
+template <typename Entries>
+void insertSortedEntry(Entries &entries, VTSpatialEntry *entry)
 {
     quint64 insertion = 0;
     const quint64 found = VeltoIndexOfBinarySearch(quint64(entries.size()), &insertion, [&](quint64 i) {
