@@ -23,12 +23,13 @@ class RatioReporter : public benchmark::ConsoleReporter
 public:
     void ReportRuns(const std::vector<Run> &runs) override
     {
-        // With repetitions the mean stands for the benchmark; a single run stands for itself.
+        // With repetitions the median stands for the benchmark (noise from other work on the machine only
+        // ever adds time, which drags a mean); a single run stands for itself.
         for (const Run &run : runs) {
             if (run.error_occurred)
                 continue;
             const std::string name = run.run_name.str();
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "mean")
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
                 nanoseconds[name] = run.GetAdjustedRealTime() * timeUnitToNanoseconds(run.time_unit);
             else if (run.run_type == Run::RT_Iteration && run.iterations > 0 && !means.count(name))
                 nanoseconds[name] = run.real_accumulated_time * 1e9 / double(run.iterations);

@@ -3,7 +3,8 @@
 // through the buffered rebuild, a 500,000-unit prefix through in-place editing. Baselines: QString::replace
 // on a copy of the same input, and for the pass without a match one QString::indexOf over the text. One more
 // pair compares a caller's std::function block with the built-in block doing the same search. Last, hard
-// wrapping of the whole text at 40 units against the cheapest possible rewrap: cutting it every 40 units.
+// wrapping of the whole text at 40 units against a plain greedy word wrap, and against the cheapest possible
+// rewrap: cutting it every 40 units.
 
 #include "BenchRatio.h"
 
@@ -137,6 +138,49 @@ void BM_Baseline_FixedColumnSplit(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * text().size() * 2);
 }
 
+// A plain greedy word wrap, the usual real-world rewrap: words (runs between whitespace) fill a line while
+// they fit, separated by one space; a line end in the text starts a new line; a longer word gets a line
+// of its own.
+void BM_Baseline_GreedyWordWrap(benchmark::State &state)
+{
+    const QStringView input(text());
+    const qsizetype n = input.size();
+    for (auto _ : state) {
+        QString wrapped;
+        wrapped.reserve(n + n / WrapColumn + 1);
+        qsizetype column = 0;
+        for (qsizetype i = 0; i < n;) {
+            const QChar c = input[i];
+            if (c == u'\n') {
+                wrapped += u'\n';
+                column = 0;
+                ++i;
+                continue;
+            }
+            if (c.isSpace()) {
+                ++i;
+                continue;
+            }
+            qsizetype end = i + 1;
+            while (end < n && !input[end].isSpace())
+                ++end;
+            const qsizetype word = end - i;
+            if (column != 0 && column + 1 + word > WrapColumn) {
+                wrapped += u'\n';
+                column = 0;
+            } else if (column != 0) {
+                wrapped += u' ';
+                ++column;
+            }
+            wrapped += input.sliced(i, word);
+            column += word;
+            i = end;
+        }
+        benchmark::DoNotOptimize(wrapped.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * n * 2);
+}
+
 BENCHMARK(BM_WordBuffered)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_WordQtReplace)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WordInPlace)->Unit(benchmark::kMicrosecond);
@@ -154,6 +198,7 @@ BENCHMARK(BM_NoMatchPass)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_NoMatchIndexOf)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HardWrap)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_FixedColumnSplit)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Baseline_GreedyWordWrap)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -165,6 +210,7 @@ VELTO_BENCHMARK_RATIO("BM_SpaceToUnderscoreFunctionBlock", "BM_SpaceToUnderscore
 VELTO_BENCHMARK_RATIO("BM_SpaceToPercent20Buffered", "BM_Baseline_SpaceToPercent20QtReplace");
 VELTO_BENCHMARK_RATIO("BM_SpaceToPercent20InPlace", "BM_Baseline_SpaceToPercent20QtReplacePrefix");
 VELTO_BENCHMARK_RATIO("BM_NoMatchPass", "BM_Baseline_NoMatchIndexOf");
+VELTO_BENCHMARK_RATIO("BM_HardWrap", "BM_Baseline_GreedyWordWrap");
 VELTO_BENCHMARK_RATIO("BM_HardWrap", "BM_Baseline_FixedColumnSplit");
 
 VELTO_BENCHMARK_MAIN()

@@ -121,8 +121,9 @@ bool VeltoError::isUserCancellationErrorVelto() const
 
 bool VeltoError::isErrorDomainVelto(const QString &domain, qint64 code) const
 {
-    // The code is the cheap test; the domain text is only compared when the codes agree.
-    return d->code == code && d->domain == domain;
+    // The code is the cheap test; the domain text is only compared when the codes agree. A null domain
+    // (a null error's) is no domain and matches none, though QString's == takes it as equal to "".
+    return d->code == code && !d->domain.isNull() && !domain.isNull() && d->domain == domain;
 }
 
 bool VeltoError::isErrorNoSuchFileVelto() const

@@ -115,7 +115,8 @@ public:
 
     /// isUserCancellationErrorVelto: the general domain with code 3072.
     [[nodiscard]] bool isUserCancellationErrorVelto() const;
-    /// isErrorDomainVelto: the code equals \a code and the domain's text equals \a domain.
+    /// isErrorDomainVelto: the code equals \a code and the domain's text equals \a domain. A null domain
+    /// on either side (a null error's, or a null \a domain) matches no domain, not even the empty one.
     [[nodiscard]] bool isErrorDomainVelto(const QString &domain, qint64 code) const;
     /// isErrorNoSuchFileVelto: general-domain code 4 or 260, or POSIX-domain code 2 (ENOENT).
     [[nodiscard]] bool isErrorNoSuchFileVelto() const;

@@ -16,6 +16,16 @@ struct Actions
 };
 using ActionsPointer = std::shared_ptr<Actions>;
 
+// A null key stands for "no key" and matches nothing, not even the empty key, which QString's == takes as
+// equal to it; a null member of \a keys (the one that stands in the set for both) matches nothing either.
+bool isKeyIn(const QString &key, const QSet<QString> &keys)
+{
+    if (key.isNull())
+        return false;
+    const auto found = keys.constFind(key);
+    return found != keys.constEnd() && !found->isNull();
+}
+
 } // namespace
 
 class VeltoKeyedObserverSet::Private
@@ -109,7 +119,7 @@ void VeltoKeyedObserverSet::visitObserversForKeys(const QSet<QString> &keys,
         const quint64 mutations = actions->mutations;
         for (qsizetype i = 0; i < actions->list.size(); ++i) {
             const VeltoKeyedObserverAction &action = actions->list.at(i);
-            if (action.key.isNull() || !keys.contains(action.key))
+            if (!isKeyIn(action.key, keys))
                 continue;
             visitor(observer, action.selector.constData());
             if (actions->mutations != mutations)
@@ -123,11 +133,12 @@ void VeltoKeyedObserverSet::visitObserversForKeys(const QSet<QString> &keys,
 QSet<QObject *> VeltoKeyedObserverSet::observersForKey(const QString &key) const
 {
     QSet<QObject *> observers;
-    if (!d->map || key.isNull())
+    if (!d->map)
         return observers;
+    const QSet<QString> keys{key};
     d->map->enumerateUsingBlock([&](const void *observer, const QVariant &value, bool *) {
         const auto &list = value.value<ActionsPointer>()->list;
-        if (std::any_of(list.begin(), list.end(), [&](const auto &action) { return action.key == key; }))
+        if (std::any_of(list.begin(), list.end(), [&](const auto &action) { return isKeyIn(action.key, keys); }))
             observers.insert(static_cast<QObject *>(const_cast<void *>(observer)));
     });
     return observers;

@@ -7,8 +7,8 @@
 // It stands in for the weak-key dictionary of the observation subsystem (VeltoWeakKeyDictionary with
 // address keys), which has the same contract; the spatial array switches to it once it exists.
 
-#include <memory>
 #include <unordered_map>
+#include <utility>
 
 template <typename Value>
 class VTIdentityMap
@@ -28,15 +28,18 @@ public:
         return found == m_map.end() ? nullptr : &found->second;
     }
 
-    /// Stores \a value for \a key, replacing any value stored before.
-    void insert(const void *key, Value value) { m_map.insert_or_assign(key, std::move(value)); }
-
-    /// Removes the entry of \a key and hands its value to the caller (a default value when there is none).
-    [[nodiscard]] Value take(const void *key)
+    /**
+     * The value stored for \a key, made (default-constructed) when there was none, and whether it was
+     * made. A value stays at its address until it is removed.
+     */
+    std::pair<Value &, bool> findOrInsert(const void *key)
     {
-        auto node = m_map.extract(key);
-        return node.empty() ? Value() : std::move(node.mapped());
+        const auto [found, inserted] = m_map.try_emplace(key);
+        return {found->second, inserted};
     }
+
+    /// Removes the entry of \a key, if any.
+    void remove(const void *key) { m_map.erase(key); }
 
     void clear() { m_map.clear(); }
 

@@ -150,9 +150,10 @@ public:
     /**
      * adjustRangesForEditInRange: carries every range across an edit (VeltoRange_AdjustedUnionForEdit())
      * and writes back those that changed. The array is not normalised afterwards: ranges may come to
-     * touch, overlap or repeat. Answers true when any range changed; a delta of 0 changes nothing.
+     * touch, overlap or repeat. Answers true when any range changed; a delta of 0 changes nothing. This
+     * generic form writes each changed range back with replaceRangeAtIndex().
      */
-    bool adjustRangesForEditInRange(VeltoRange editRange, quint64 delta);
+    virtual bool adjustRangesForEditInRange(VeltoRange editRange, quint64 delta);
     /// insertSortedRange: inserts \a range at insertionIndexForSortedRange(), in front of any equal ones.
     void insertSortedRange(VeltoRange range);
 

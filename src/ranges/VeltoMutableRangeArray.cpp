@@ -156,6 +156,21 @@ void VeltoMutableRangeArray::replaceRangeAtIndex(quint64 index, VeltoRange range
     m_data[index] = range;
 }
 
+bool VeltoMutableRangeArray::adjustRangesForEditInRange(VeltoRange editRange, quint64 delta)
+{
+    for (quint64 i = 0; i < m_count; ++i) {
+        const VeltoRange adjusted = VeltoRange_AdjustedUnionForEdit(m_data[i], editRange, delta);
+        if (adjusted == m_data[i])
+            continue;
+        replaceRangeAtIndex(i, adjusted);
+        // Writing back a range that did not change does no harm, and saves a compare and a branch.
+        for (++i; i < m_count; ++i)
+            m_data[i] = VeltoRange_AdjustedUnionForEdit(m_data[i], editRange, delta);
+        return true;
+    }
+    return false;
+}
+
 void VeltoMutableRangeArray::removeRangeAtIndex(quint64 index)
 {
     removeObjectsInRange({index, 1});

@@ -81,6 +81,12 @@ public:
      */
     void insertRangesFromArray(const VeltoAbstractRangeArray &other, quint64 index);
     void replaceRangeAtIndex(quint64 index, VeltoRange range) override;
+    /**
+     * adjustRangesForEditInRange: adjusts the ranges in the buffer itself. The first range that changes
+     * still goes through replaceRangeAtIndex(), so the immutable kind refuses the edit before anything
+     * changed.
+     */
+    bool adjustRangesForEditInRange(VeltoRange editRange, quint64 delta) override;
     void removeRangeAtIndex(quint64 index) override;
     void removeObjectsInRange(VeltoRange indexRange) override;
     /// removeAllObjects: count becomes 0; the buffer and its capacity are kept.

@@ -1,7 +1,10 @@
 #include "VeltoSpatialArray.h"
 
+#include "VTChunkedSequence_p.h"
 #include "VTIdentityMap_p.h"
 #include "VeltoBinarySearch.h"
+
+#include <QVarLengthArray>
 
 #include <functional>
 #include <vector>
@@ -16,7 +19,8 @@ struct VTSpatialPoint
     VTSpatialEntry *entry = nullptr;
     bool isStart = false;
     double location = 0;
-    QList<VTSpatialEntry *> overlappingEntries; // in entry order
+    // In entry order. Most points lie inside no entry or one, so the list rarely allocates.
+    QVarLengthArray<VTSpatialEntry *, 2> overlappingEntries;
 };
 
 // An entry owns its two points, so an entry's points live exactly as long as the entry.
@@ -62,7 +66,8 @@ qint64 comparePoint(const VTSpatialPoint &a, const VTSpatialPoint &b)
     return compareAddresses(a.entry, b.entry);
 }
 
-void insertSortedEntry(QList<VTSpatialEntry *> &entries, VTSpatialEntry *entry)
+template <typename Entries>
+void insertSortedEntry(Entries &entries, VTSpatialEntry *entry)
 {
     quint64 insertion = 0;
     const quint64 found = VeltoIndexOfBinarySearch(quint64(entries.size()), &insertion, [&](quint64 i) {
@@ -76,92 +81,111 @@ bool strictlyInside(const VTSpatialEntry *entry, double location)
     return entry->edge.location < location && location < entry->edge.end();
 }
 
+// A point in the sorted sequence, with its location beside it so that searches read no point.
+struct VTPointSlot
+{
+    double location;
+    VTSpatialPoint *point;
+};
+
+// The points in point order, in chunks: inserting in random order moves one chunk, not half the points.
+using VTSortedPoints = VTChunkedSequence<VTPointSlot>;
+using VTPointPosition = VTSortedPoints::Position;
+
 } // namespace
 
 class VeltoSpatialArray::Private
 {
 public:
-    std::vector<VTSpatialPoint *> sortedPoints; // points of the entries below, in point order
-    VTIdentityMap<std::unique_ptr<VTSpatialEntry>> entryMap;
+    VTSortedPoints sortedPoints; // points of the entries below, in point order
+    VTIdentityMap<VTSpatialEntry> entryMap; // the entries themselves: their points refer to them
 
-    quint64 firstIndexOfPointWithLocationGreaterOrEqualTo(double location) const
+    const VTSpatialPoint &pointAt(VTPointPosition k) const { return *sortedPoints.at(k).point; }
+
+    // The first point whose location is not below \a location, or the end.
+    VTPointPosition firstPointWithLocationGreaterOrEqualTo(double location) const
     {
-        const quint64 n = sortedPoints.size();
-        quint64 insertion = 0;
-        const quint64 found = VeltoIndexOfBinarySearch(n, &insertion, [&](quint64 i) {
-            return threeWay(location, sortedPoints[i]->location);
-        });
-        const quint64 index = found != VeltoNotFound ? found : insertion;
-        return index < n ? index : VeltoNotFound;
+        return sortedPoints.lowerBound([location](const VTPointSlot &slot) { return slot.location < location; });
     }
 
     // Calls block(entry, stop) for the entries of point k's list, then for the entries starting at the
     // points of k's location from k backwards. False when the block stopped it.
     template <typename Block>
-    bool enumerateEntriesOverlappingPoint(quint64 k, Block &&block) const
+    bool enumerateEntriesOverlappingPoint(VTPointPosition k, Block &&block) const
     {
         bool stop = false;
-        const VTSpatialPoint *point = sortedPoints[k];
-        for (VTSpatialEntry *entry : point->overlappingEntries) {
+        const VTSpatialPoint &point = pointAt(k);
+        for (VTSpatialEntry *entry : point.overlappingEntries) {
             block(entry, &stop);
             if (stop)
                 return false;
         }
-        for (quint64 i = k + 1; i-- > 0 && sortedPoints[i]->location == point->location;) {
-            if (!sortedPoints[i]->isStart)
-                continue;
-            block(sortedPoints[i]->entry, &stop);
-            if (stop)
-                return false;
+        for (VTPointPosition i = k; pointAt(i).location == point.location; i = sortedPoints.previous(i)) {
+            if (pointAt(i).isStart) {
+                block(pointAt(i).entry, &stop);
+                if (stop)
+                    return false;
+            }
+            if (!sortedPoints.hasPrevious(i))
+                break;
         }
         return true;
     }
 
-    quint64 insertSortedPoint(VTSpatialEntry *entry, bool isStart)
+    VTPointPosition insertSortedPoint(VTSpatialEntry *entry, bool isStart)
     {
         VTSpatialPoint *point = isStart ? &entry->start : &entry->end;
         point->entry = entry;
         point->isStart = isStart;
         point->location = isStart ? entry->edge.location : entry->edge.end();
         point->overlappingEntries.clear();
-        quint64 insertion = 0;
-        const quint64 found = VeltoIndexOfBinarySearch(sortedPoints.size(), &insertion, [&](quint64 i) {
-            return comparePoint(*point, *sortedPoints[i]);
+        // In front of the first point that does not sort before it (point order has no ties).
+        const VTPointPosition at = sortedPoints.lowerBound([point](const VTPointSlot &slot) {
+            if (const qint64 byLocation = threeWay(slot.location, point->location))
+                return byLocation < 0;
+            return comparePoint(*slot.point, *point) < 0;
         });
-        const quint64 index = found != VeltoNotFound ? found : insertion;
-        sortedPoints.insert(sortedPoints.begin() + qptrdiff(index), point);
-        if (index > 0) {
-            enumerateEntriesOverlappingPoint(index - 1, [point](VTSpatialEntry *other, bool *) {
+        const VTPointPosition inserted = sortedPoints.insert(at, {point->location, point});
+        if (sortedPoints.hasPrevious(inserted)) {
+            enumerateEntriesOverlappingPoint(sortedPoints.previous(inserted), [point](VTSpatialEntry *other, bool *) {
                 if (strictlyInside(other, point->location))
                     insertSortedEntry(point->overlappingEntries, other);
             });
         }
-        return index;
+        return inserted;
     }
 
     void addSortedEntry(VTSpatialEntry *entry)
     {
-        const quint64 start = insertSortedPoint(entry, true);
         // The walk stops at the first point not strictly inside, even one at the entry's own start.
-        for (quint64 k = start + 1; k < sortedPoints.size() && strictlyInside(entry, sortedPoints[k]->location); ++k)
-            insertSortedEntry(sortedPoints[k]->overlappingEntries, entry);
+        for (VTPointPosition k = sortedPoints.next(insertSortedPoint(entry, true));
+             !sortedPoints.isEnd(k) && strictlyInside(entry, sortedPoints.at(k).location); k = sortedPoints.next(k))
+            insertSortedEntry(sortedPoints.at(k).point->overlappingEntries, entry);
         insertSortedPoint(entry, false);
     }
 
     void removeExistingSortedEntry(VTSpatialEntry *entry)
     {
         int removed = 0;
-        for (quint64 k = firstIndexOfPointWithLocationGreaterOrEqualTo(entry->edge.location); k < sortedPoints.size();) {
-            VTSpatialPoint *point = sortedPoints[k];
+        for (VTPointPosition k = firstPointWithLocationGreaterOrEqualTo(entry->edge.location); !sortedPoints.isEnd(k);) {
+            VTSpatialPoint *point = sortedPoints.at(k).point;
             if (point->entry == entry) {
-                sortedPoints.erase(sortedPoints.begin() + qptrdiff(k));
+                k = sortedPoints.erase(k);
                 if (++removed == 2)
                     break;
                 continue;
             }
             if (point->location > entry->edge.location)
                 point->overlappingEntries.removeOne(entry);
-            ++k;
+            k = sortedPoints.next(k);
+        }
+    }
+
+    // Calls block(slot) for every point from \a k on while it answers true.
+    template <typename Block>
+    void walkForward(VTPointPosition k, Block &&block) const
+    {
+        for (; !sortedPoints.isEnd(k) && block(sortedPoints.at(k)); k = sortedPoints.next(k)) {
         }
     }
 };
@@ -174,24 +198,23 @@ VeltoSpatialArray::~VeltoSpatialArray() = default;
 
 void VeltoSpatialArray::addObject(std::shared_ptr<void> object, VeltoSpatialEdge edge)
 {
-    if (!object || d->entryMap.find(object.get()))
+    if (!object)
         return;
-    auto entry = std::make_unique<VTSpatialEntry>();
-    entry->object = std::move(object);
-    entry->edge = edge;
-    d->addSortedEntry(entry.get());
-    const void *key = entry->object.get();
-    d->entryMap.insert(key, std::move(entry));
+    const auto [entry, isNew] = d->entryMap.findOrInsert(object.get());
+    if (!isNew)
+        return;
+    entry.object = std::move(object);
+    entry.edge = edge;
+    d->addSortedEntry(&entry);
 }
 
 void VeltoSpatialArray::setEdge(VeltoSpatialEdge edge, std::shared_ptr<void> object)
 {
-    const auto *found = d->entryMap.find(object.get());
-    if (!found) {
+    VTSpatialEntry *entry = d->entryMap.find(object.get());
+    if (!entry) {
         addObject(std::move(object), edge);
         return;
     }
-    VTSpatialEntry *entry = found->get();
     if (entry->edge == edge)
         return;
     d->removeExistingSortedEntry(entry);
@@ -201,10 +224,13 @@ void VeltoSpatialArray::setEdge(VeltoSpatialEdge edge, std::shared_ptr<void> obj
 
 void VeltoSpatialArray::removeObject(const void *object)
 {
-    // Out of the map first; the entry (and with it the object) goes once its points are gone.
-    const std::unique_ptr<VTSpatialEntry> entry = d->entryMap.take(object);
-    if (entry)
-        d->removeExistingSortedEntry(entry.get());
+    VTSpatialEntry *entry = d->entryMap.find(object);
+    if (!entry)
+        return;
+    d->removeExistingSortedEntry(entry);
+    // The object goes last, with the array whole again: releasing it may run code that uses the array.
+    const std::shared_ptr<void> released = std::move(entry->object);
+    d->entryMap.remove(object);
 }
 
 void VeltoSpatialArray::removeAllObjects()
@@ -220,16 +246,15 @@ quint64 VeltoSpatialArray::count() const
 
 VeltoSpatialEdge VeltoSpatialArray::spatialBounds() const
 {
-    if (d->sortedPoints.empty())
+    if (d->sortedPoints.isEmpty())
         return {0, 0};
-    const double first = d->sortedPoints.front()->location;
-    return {first, d->sortedPoints.back()->location - first};
+    const double first = d->sortedPoints.front().location;
+    return {first, d->sortedPoints.back().location - first};
 }
 
 const VeltoSpatialEntry *VeltoSpatialArray::entryForObject(const void *object) const
 {
-    const auto *found = d->entryMap.find(object);
-    return found ? found->get() : nullptr;
+    return d->entryMap.find(object);
 }
 
 bool VeltoSpatialArray::containsObject(const void *object) const
@@ -246,40 +271,37 @@ VeltoSpatialEdge VeltoSpatialArray::edgeForObject(const void *object) const
 void VeltoSpatialArray::enumerateObjects(const ObjectBlock &block) const
 {
     bool stop = false;
-    for (const VTSpatialPoint *point : d->sortedPoints) {
-        if (!point->isStart)
-            continue;
-        block(point->entry->object, point->entry->edge, &stop);
-        if (stop)
-            return;
-    }
+    d->walkForward(d->sortedPoints.begin(), [&](const VTPointSlot &slot) {
+        if (slot.point->isStart)
+            block(slot.point->entry->object, slot.point->entry->edge, &stop);
+        return !stop;
+    });
 }
 
 void VeltoSpatialArray::enumerateObjectsInEdge(VeltoSpatialEdge edge, const ObjectBlock &block) const
 {
-    const std::vector<VTSpatialPoint *> &points = d->sortedPoints;
-    if (points.empty())
+    const VTSortedPoints &points = d->sortedPoints;
+    if (points.isEmpty())
         return;
-    const quint64 first = d->firstIndexOfPointWithLocationGreaterOrEqualTo(edge.location);
-    if (first != 0) {
+    const VTPointPosition first = d->firstPointWithLocationGreaterOrEqualTo(edge.location);
+    if (points.hasPrevious(first)) {
         // Entries that begin before the query: those around the last point below it that reach it.
-        const quint64 before = first == VeltoNotFound ? points.size() - 1 : first - 1;
-        const bool finished = d->enumerateEntriesOverlappingPoint(before, [&](VTSpatialEntry *entry, bool *stop) {
+        const bool finished = d->enumerateEntriesOverlappingPoint(points.previous(first), [&](VTSpatialEntry *entry, bool *stop) {
             if (entry->edge.end() >= edge.location)
                 block(entry->object, entry->edge, stop);
         });
-        if (first == VeltoNotFound || !finished)
+        if (points.isEnd(first) || !finished)
             return;
     }
     bool stop = false;
     const double end = edge.end();
-    for (quint64 k = first; k < points.size() && points[k]->location <= end; ++k) {
-        if (!points[k]->isStart)
-            continue;
-        block(points[k]->entry->object, points[k]->entry->edge, &stop);
-        if (stop)
-            return;
-    }
+    d->walkForward(first, [&](const VTPointSlot &slot) {
+        if (slot.location > end)
+            return false;
+        if (slot.point->isStart)
+            block(slot.point->entry->object, slot.point->entry->edge, &stop);
+        return !stop;
+    });
 }
 
 QList<std::shared_ptr<void>> VeltoSpatialArray::objectsInEdge(VeltoSpatialEdge edge, const ObjectTest &test) const

@@ -6,9 +6,12 @@
  * the vertical span of a laid-out item) that answers which objects meet a given extent without scanning
  * every object.
  *
- * All start and end coordinates are kept in one sorted list of points; each point lists the entries that
- * strictly surround it. A query costs one binary search, a look at one point's list and at the points of
- * equal location before it, and a walk over the points inside the query extent.
+ * All start and end coordinates are kept in one sorted sequence of points; each point lists the entries
+ * that strictly surround it. A query costs one binary search, a look at one point's list and at the points
+ * of equal location before it, and a walk over the points inside the query extent. The sequence is stored
+ * in chunks of at most 256 points, so inserting or removing an entry costs two binary searches, moving
+ * the rest of one chunk and the walk over the points inside its extent, in any order of insertion;
+ * appending in order (layout order) is the cheapest.
  *
  * \code
  * VeltoSpatialArray lines;

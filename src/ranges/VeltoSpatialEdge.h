@@ -22,5 +22,8 @@ struct VeltoSpatialEdge
     constexpr bool operator==(const VeltoSpatialEdge &) const noexcept = default;
 };
 
-/// VeltoSpatialEdge_ToString: "{loc=%.f, len=%.f}", both numbers without fractional digits ("{loc=10, len=5}").
+/**
+ * VeltoSpatialEdge_ToString: "{loc=%.f, len=%.f}" as C's printf writes it: both numbers without fractional
+ * digits, halves rounded to even ("{loc=10, len=5}"; (2.5, 0.5) gives "{loc=2, len=0}").
+ */
 [[nodiscard]] VELTOCORE_EXPORT QString VeltoSpatialEdge_ToString(VeltoSpatialEdge edge);

@@ -30,6 +30,7 @@ velto_sources(ranges
     VeltoIndexSet.cpp
     VeltoSpatialEdge.cpp
     VTIdentityMap_p.h
+    VTChunkedSequence_p.h
     VeltoSpatialArray.cpp
     VeltoFloatArray.cpp
     VeltoFloatVector.cpp

@@ -114,36 +114,56 @@ QString stringByHardWrappingToLineLength(const QString &string, quint64 lineLeng
     if (lineLength == 0 || quint64(total) <= lineLength)
         return string;
 
+    // Every unit but LF and FF adds one to the column, so the unit where the column reaches the length
+    // is found by arithmetic, jumping from one LF or FF to the next; whitespace and the run of
+    // non-whitespace only matter at a break, where they are read around it.
     const VeltoCharacterSet &whitespace = VeltoCharacterSet::whitespaceAndNewlineCharacterSet();
-    QString result;
-    result.reserve(total + total / qsizetype(lineLength) + 1);
-    qsizetype copied = 0;
-    quint64 column = 0;
-    quint64 run = 0;
-    qsizetype i = 0;
-    while (i < total) {
-        const char16_t unit = s[i].unicode();
-        if (unit == u'\n' || unit == u'\f') {
-            column = 0; // the run deliberately goes on across the line end
-            ++i;
-            continue;
-        }
-        const bool isSpace = whitespace.contains(unit);
-        ++column;
-        run = isSpace ? 0 : run + 1;
-        if (column < lineLength) {
-            ++i;
-            continue;
-        }
+    const auto isSpace = [&](qsizetype k) { return whitespace.contains(s[k].unicode()); };
+    const auto setsColumnBack = [&](qsizetype k) { return s[k] == u'\n' || s[k] == u'\f'; };
+    const qsizetype length = qsizetype(lineLength);
+    qsizetype nextLineFeed = -1, nextFormFeed = -1;
+    const auto nextColumnReset = [&](qsizetype from) {
+        const auto next = [&](qsizetype &cached, char16_t unit) {
+            if (cached != total && cached < from) {
+                cached = s.indexOf(QChar(unit), from);
+                cached = cached < 0 ? total : cached;
+            }
+            return cached;
+        };
+        return std::min(next(nextLineFeed, u'\n'), next(nextFormFeed, u'\f'));
+    };
 
-        qsizetype breakAt = i;
-        if (!isSpace) {
-            // The unit at i is already in the run and is counted once more here.
-            quint64 count = run;
-            for (qsizetype j = i; j < total && count <= lineLength && !whitespace.contains(s[j].unicode()); ++j)
+    QString result;
+    result.reserve(total + total / length + 1);
+    qsizetype copied = 0;
+    qsizetype lineFrom = 0;                      // where counting began after the last break
+    qsizetype columnFrom = 0, columnCarried = 0; // where the column was last set back, and what it held there
+    for (;;) {
+        const qsizetype need = length > columnCarried ? length - columnCarried : 1;
+        const qsizetype at = columnFrom + need - 1;
+        if (at >= total)
+            break;
+        if (const qsizetype reset = nextColumnReset(columnFrom); reset <= at) {
+            columnFrom = reset + 1; // the run deliberately goes on across the line end
+            columnCarried = 0;
+            continue;
+        }
+        const qsizetype column = columnCarried + need;
+
+        qsizetype breakAt = at;
+        if (!isSpace(at)) {
+            // The run back to the break, LF and FF passed over. (A run reaching the break may leave out the
+            // second half of a pair stepped over there: such a run is as long as the column, or one short
+            // with the word not fitting, and the break stays where it is either way.)
+            qsizetype run = 0;
+            for (qsizetype k = at; k >= lineFrom && (setsColumnBack(k) || !isSpace(k)); --k)
+                run += !setsColumnBack(k);
+            // The unit at the break is already in the run and is counted once more here.
+            qsizetype count = run;
+            for (qsizetype j = at; j < total && count <= length && !isSpace(j); ++j)
                 ++count;
-            if (column > run && count < lineLength)
-                breakAt = i - qsizetype(run); // back to the whitespace before a word that fits a line
+            if (column > run && count < length)
+                breakAt = at - run; // back to the whitespace before a word that fits a line
             else if (VTSplitsSurrogatePair(s, breakAt))
                 --breakAt;
         }
@@ -153,9 +173,8 @@ QString stringByHardWrappingToLineLength(const QString &string, quint64 lineLeng
         // The character after the break is stepped over without being counted; of a surrogate pair only
         // the first unit goes uncounted, so that no line grows past the length.
         const qsizetype width = VTCodePointAt(s, breakAt).width;
-        i = breakAt + width;
-        column = quint64(width - 1);
-        run = column;
+        lineFrom = columnFrom = breakAt + width;
+        columnCarried = width - 1;
     }
     result.append(s.sliced(copied));
     return result;

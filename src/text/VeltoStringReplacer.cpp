@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -164,6 +165,25 @@ QString replaceBuffered(Block &block, const QString &source, VeltoRange range, q
     }
 }
 
+// The in-place pass for blocks that only search: they find the same matches in the unedited string as in
+// the edited one, so the matches are written into a new buffer in one linear pass, which then becomes the
+// caller's string. Editing as we go would shift the rest of the string once per match. If the buffer
+// cannot be had, the string is edited as we go after all.
+template <typename Block>
+quint64 rebuildInPlace(QString &string, VeltoRange range, Block &block)
+{
+    quint64 count = 0;
+    QString rebuilt = replaceBuffered(block, string, range, &count);
+    if (rebuilt.isNull())
+        return replaceInPlace(string, range, block);
+    string = std::move(rebuilt);
+    return count;
+}
+
+// The built-in blocks say so: they only search, so both passes see the same matches.
+template <typename Block>
+concept SearchingBlock = std::remove_cvref_t<Block>::OnlySearches;
+
 // An empty MatchBlock matches nothing.
 const VeltoStringReplacer::MatchBlock &orNothing(const VeltoStringReplacer::MatchBlock &block)
 {
@@ -177,6 +197,7 @@ const VeltoStringReplacer::MatchBlock &orNothing(const VeltoStringReplacer::Matc
 
 struct StringMatch
 {
+    static constexpr bool OnlySearches = true;
     const QString &target;
     VeltoStringCompareOptions options;
     const QString &replacement;
@@ -192,6 +213,7 @@ struct StringMatch
 
 struct SetMatch
 {
+    static constexpr bool OnlySearches = true;
     const VeltoCharacterSet &set;
     bool coalesced;
     const QString &replacement;
@@ -214,6 +236,7 @@ struct SetMatch
 
 struct LineEndingMatch
 {
+    static constexpr bool OnlySearches = true;
     const QString &replacement;
 
     VeltoRange operator()(const QString &string, VeltoRange searchRange, qint64, QString *slot) const
@@ -320,8 +343,12 @@ quint64 VeltoStringReplacer::replaceAllWith(VeltoRange range, Block &block, cons
     QString probeSlot;
     if (block(current, range, 0, &probeSlot).location == VeltoNotFound)
         return 0;
-    if (quint64(current.size()) <= BufferedPassThreshold)
-        return replaceInPlace(mutableString(), range, block);
+    if (quint64(current.size()) <= BufferedPassThreshold) {
+        if constexpr (SearchingBlock<Block>)
+            return rebuildInPlace(mutableString(), range, block);
+        else
+            return replaceInPlace(mutableString(), range, block);
+    }
     quint64 count = 0;
     QString rebuilt = replaceBuffered(block, current, range, &count);
     if (rebuilt.isNull()) {

@@ -19,6 +19,7 @@ private slots:
     void exceptionsBecomeCodeThreeErrors();
     void domainAndCodeTests_data();
     void domainAndCodeTests();
+    void nullDomainMatchesNoDomainNotEvenTheEmptyOne();
     void valueSemantics();
 };
 
@@ -107,6 +108,14 @@ void ErrorTest::domainAndCodeTests()
     QVERIFY(error.isErrorDomainVelto(domain, code));
     QVERIFY(!error.isErrorDomainVelto(domain, code + 1));
     QVERIFY(!error.isErrorDomainVelto(domain.toLower(), code)); // the text, case-sensitive
+}
+
+void ErrorTest::nullDomainMatchesNoDomainNotEvenTheEmptyOne()
+{
+    QVERIFY(!VeltoError().isErrorDomainVelto(u""_s, 0));
+    QVERIFY(!VeltoError().isErrorDomainVelto(QString(), 0));
+    QVERIFY(!VeltoError(u""_s, 4).isErrorDomainVelto(QString(), 4));
+    QVERIFY(VeltoError(u""_s, 4).isErrorDomainVelto(u""_s, 4));
 }
 
 void ErrorTest::valueSemantics()

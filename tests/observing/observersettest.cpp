@@ -66,6 +66,7 @@ private slots:
     void descriptions();
     void keyedRegistrations();
     void keyedRemovalDuringPass();
+    void observerWithoutKeyIsNotFoundUnderTheEmptyKey();
     void keyedRegistrationDuringOwnVisitThrows();
 };
 
@@ -237,6 +238,23 @@ void ObserverSetTest::keyedRegistrations()
     log.clear();
     set->notifyObserversForKey(u"title"_s, {});
     QCOMPARE(log, QStringList{u"both: title null"_s});
+}
+
+void ObserverSetTest::observerWithoutKeyIsNotFoundUnderTheEmptyKey()
+{
+    // The null key of addObserver() alone means "no key"; QString's == takes it as equal to the empty key.
+    QStringList log;
+    Listener silent(&log, u"silent"_s), empty(&log, u"empty"_s);
+    const auto set = VeltoKeyedObserverSet::create();
+    set->addObserver(&silent);
+    QVERIFY(set->observersForKey(u""_s).isEmpty());
+    set->addObserver(&empty, u""_s, "changed");
+    QCOMPARE(set->observersForKey(u""_s), QSet<QObject *>{&empty});
+    QVERIFY(set->observersForKey(QString()).isEmpty());
+    set->notifyObserversForKey(QString(), {});
+    QVERIFY(log.isEmpty());
+    set->notifyObserversForKey(u""_s, {});
+    QCOMPARE(log, QStringList{u"empty: changed"_s});
 }
 
 void ObserverSetTest::keyedRemovalDuringPass()

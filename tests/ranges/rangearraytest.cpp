@@ -136,6 +136,7 @@ void RangeArrayTest::immutableGuardsExactlyItsPrimitives()
         {u"addRange"_s, [&] { immutable->addObject(velto::valueWithRange({})); }},
         {u"insertRange"_s, [&] { immutable->insertSortedRange({1, 1}); }},
         {u"replaceRangeAtIndex"_s, [&] { immutable->adjustRangesForEditInRange({0, 1}, 1); }},
+        {u"replaceRangeAtIndex"_s, [&] { immutable->adjustRangesForEditInRange({3, 1}, 1); }}, // the second moves
     };
     // Plain members, not a structured binding: the check's lambda captures them (clang 14 cannot).
     for (const auto &entry : guarded) {
@@ -282,6 +283,23 @@ void RangeArrayTest::sortedInsertionUnionAndEdits()
         QCOMPARE(rangesOf(*edited), (Ranges{{2, 3}, {9, 4}, {18, 0}}));
         QVERIFY(edited->adjustRangesForEditInRange({0, 4}, 4));
         QCOMPARE(rangesOf(*edited), (Ranges{{6, 3}, {13, 4}, {22, 0}}));
+
+        // Random edits against the rule applied range by range.
+        QRandomGenerator editRandom(11);
+        for (int round = 0; round < 300; ++round) {
+            Ranges model = randomRanges(editRandom, int(editRandom.bounded(0u, 12u)), 40);
+            const auto adjusted = makeArray(kind, model);
+            const VeltoRange edit{editRandom.bounded(45u), editRandom.bounded(5u)};
+            const quint64 delta = quint64(qint64(editRandom.bounded(9u)) - 4);
+            bool changed = false;
+            for (VeltoRange &range : model) {
+                const VeltoRange moved = VeltoRange_AdjustedUnionForEdit(range, edit, delta);
+                changed |= moved != range;
+                range = moved;
+            }
+            QCOMPARE(adjusted->adjustRangesForEditInRange(edit, delta), changed);
+            QVERIFY2(rangesOf(*adjusted) == model, qPrintable(u"round %1, seed 11"_s.arg(round)));
+        }
     }
 }
 

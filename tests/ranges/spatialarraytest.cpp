@@ -1,5 +1,6 @@
 #include "rangetestsupport.h"
 
+#include "VTChunkedSequence_p.h"
 #include "Variant+VeltoRanges.h"
 #include "VeltoSpatialArray.h"
 
@@ -53,10 +54,14 @@ class SpatialArrayTest : public QObject
 
 private slots:
     void edgeTextAndBoxing();
+    void edgeTextRoundsHalvesToEvenAsPrintfDoes_data();
+    void edgeTextRoundsHalvesToEvenAsPrintfDoes();
     void queries();
     void lookupsEnumerationAndLifetime();
     void stopFlag();
     void queriesMatchLinearScanOnDistinctCoordinates();
+    void queriesMatchLinearScanAcrossManyChunks();
+    void chunkedSequenceMatchesAVector();
     void walkStopsAtAnEqualStartAndIdenticalEdgeChangesNothing();
 };
 
@@ -66,6 +71,23 @@ void SpatialArrayTest::edgeTextAndBoxing()
     QCOMPARE(velto::veltoSpatialEdgeValue(velto::valueWithVeltoSpatialEdge({1.5, 2})), (VeltoSpatialEdge{1.5, 2}));
     VELTO_COMPARE_THROWN((void)velto::veltoSpatialEdgeValue(QVariant(3)), VeltoInvalidArgumentException,
                          u"A value of type int was given where a boxed VeltoSpatialEdge is expected"_s);
+}
+
+void SpatialArrayTest::edgeTextRoundsHalvesToEvenAsPrintfDoes_data()
+{
+    QTest::addColumn<VeltoSpatialEdge>("edge");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("halves") << VeltoSpatialEdge{2.5, 0.5} << u"{loc=2, len=0}"_s;
+    QTest::newRow("odd halves") << VeltoSpatialEdge{3.5, 1.5} << u"{loc=4, len=2}"_s;
+    QTest::newRow("negative half") << VeltoSpatialEdge{-2.5, 0} << u"{loc=-2, len=0}"_s;
+    QTest::newRow("wide, negative zero") << VeltoSpatialEdge{1e22, -0.5} << u"{loc=10000000000000000000000, len=-0}"_s;
+}
+
+void SpatialArrayTest::edgeTextRoundsHalvesToEvenAsPrintfDoes()
+{
+    QFETCH(VeltoSpatialEdge, edge);
+    QFETCH(QString, text);
+    QCOMPARE(VeltoSpatialEdge_ToString(edge), text);
 }
 
 void SpatialArrayTest::queries()
@@ -173,6 +195,72 @@ void SpatialArrayTest::queriesMatchLinearScanOnDistinctCoordinates()
         QList<int> all = model.keys();
         std::sort(all.begin(), all.end(), [&](int x, int y) { return model[x].location < model[y].location; });
         QCOMPARE(idsInEdge(array, {-1, 1000}), all);
+    }
+}
+
+void SpatialArrayTest::queriesMatchLinearScanAcrossManyChunks()
+{
+    // Thousands of points in random order, so that the points are kept in many chunks that split and empty.
+    const quint32 seed = 23;
+    QRandomGenerator random(seed);
+    QList<int> free(20'000);
+    std::iota(free.begin(), free.end(), 0);
+    std::shuffle(free.begin(), free.end(), random);
+    VeltoSpatialArray array;
+    QMap<int, VeltoSpatialEdge> model;
+    QMap<int, Object> objects;
+    for (int step = 0; step < 6000; ++step) {
+        const int id = int(random.bounded(3000u));
+        if (objects.contains(id) && random.bounded(3u) == 0) {
+            array.removeObject(objects.take(id).get());
+            model.remove(id);
+        } else {
+            const double a = double(free.takeLast()), b = double(free.takeLast());
+            const VeltoSpatialEdge edge{std::min(a, b), std::min(std::abs(a - b), 300.0)};
+            objects.insert(id, objects.value(id, object(id)));
+            array.setEdge(edge, objects[id]);
+            model.insert(id, edge);
+        }
+        if (step % 50 == 0) {
+            const VeltoSpatialEdge query{random.bounded(20'000) + 0.5, double(random.bounded(400))};
+            QVERIFY2(idsInEdge(array, query) == linearScan(model, query), qPrintable(u"seed %1, step %2"_s.arg(seed).arg(step)));
+        }
+    }
+    QCOMPARE(idsInEdge(array, {-1, 30'000}), linearScan(model, {-1, 30'000}));
+}
+
+void SpatialArrayTest::chunkedSequenceMatchesAVector()
+{
+    const quint32 seed = 29;
+    QRandomGenerator random(seed);
+    VTChunkedSequence<int, 4> sequence;
+    std::vector<int> model;
+    const auto contents = [&sequence] {
+        std::vector<int> forward, backward;
+        for (auto p = sequence.begin(); !sequence.isEnd(p); p = sequence.next(p))
+            forward.push_back(sequence.at(p));
+        for (auto p = sequence.end(); sequence.hasPrevious(p);) {
+            p = sequence.previous(p);
+            backward.insert(backward.begin(), sequence.at(p));
+        }
+        return forward == backward ? forward : std::vector<int>{-1};
+    };
+    for (int step = 0; step < 3000; ++step) {
+        const int value = int(random.bounded(100u));
+        const auto before = [value](int element) { return element < value; };
+        const auto at = sequence.lowerBound(before);
+        const auto modelAt = std::lower_bound(model.begin(), model.end(), value);
+        QCOMPARE(sequence.isEnd(at) ? -1 : sequence.at(at), modelAt == model.end() ? -1 : *modelAt);
+        if (random.bounded(5u) < 3 || model.empty()) {
+            QCOMPARE(sequence.at(sequence.insert(at, value)), value);
+            model.insert(modelAt, value);
+        } else if (!sequence.isEnd(at)) {
+            const auto following = sequence.erase(at);
+            const auto modelFollowing = model.erase(modelAt);
+            QCOMPARE(sequence.isEnd(following) ? -1 : sequence.at(following), modelFollowing == model.end() ? -1 : *modelFollowing);
+        }
+        QVERIFY2(contents() == model, qPrintable(u"seed %1, step %2"_s.arg(seed).arg(step)));
+        QCOMPARE(sequence.size(), model.size());
     }
 }
 

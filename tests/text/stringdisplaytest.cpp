@@ -1,8 +1,56 @@
 #include "String+VeltoDisplay.h"
 
+#include "VeltoCharacterSet.h"
+
+#include <QRandomGenerator>
 #include <QTest>
 
 #include <cwctype>
+
+namespace {
+
+// The wrapping rule read literally: every unit is walked with a column and a run count.
+QString hardWrapModel(const QString &s, qsizetype length)
+{
+    if (length == 0 || s.size() <= length)
+        return s;
+    const VeltoCharacterSet &whitespace = VeltoCharacterSet::whitespaceAndNewlineCharacterSet();
+    const auto isSpace = [&](qsizetype k) { return whitespace.contains(s.at(k).unicode()); };
+    QString result;
+    qsizetype copied = 0, column = 0, run = 0, i = 0;
+    while (i < s.size()) {
+        if (s.at(i) == u'\n' || s.at(i) == u'\f') {
+            column = 0;
+            ++i;
+            continue;
+        }
+        ++column;
+        run = isSpace(i) ? 0 : run + 1;
+        if (column < length) {
+            ++i;
+            continue;
+        }
+        qsizetype breakAt = i;
+        if (!isSpace(i)) {
+            qsizetype count = run;
+            for (qsizetype j = i; j < s.size() && count <= length && !isSpace(j); ++j)
+                ++count;
+            if (column > run && count < length)
+                breakAt = i - run;
+            else if (breakAt > 0 && s.at(breakAt - 1).isHighSurrogate() && s.at(breakAt).isLowSurrogate())
+                --breakAt;
+        }
+        result += s.mid(copied, breakAt - copied) + u'\n';
+        copied = breakAt;
+        const qsizetype width = breakAt + 1 < s.size() && s.at(breakAt).isHighSurrogate()
+                && s.at(breakAt + 1).isLowSurrogate() ? 2 : 1;
+        i = breakAt + width;
+        column = run = width - 1;
+    }
+    return result + s.mid(copied);
+}
+
+} // namespace
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +66,7 @@ private slots:
     void prettyTruncationDefaults();
     void hardWrapping_data();
     void hardWrapping();
+    void hardWrappingMatchesTheUnitByUnitRule();
     void caseChanges();
 };
 
@@ -105,6 +154,22 @@ void StringDisplayTest::hardWrapping()
     QFETCH(quint64, lineLength);
     QFETCH(QString, expected);
     QCOMPARE(velto::stringByHardWrappingToLineLength(text, lineLength), expected);
+}
+
+void StringDisplayTest::hardWrappingMatchesTheUnitByUnitRule()
+{
+    const quint32 seed = 20261122;
+    QRandomGenerator random(seed);
+    const QStringList pieces{u"a"_s, u"b"_s, u" "_s, u"\n"_s, u"\f"_s, u"\r"_s, u"\t"_s, u"\u2028"_s,
+                             u"\U0001F600"_s, QString(QChar(0xD800)), u"cdefghijklmn"_s};
+    for (int round = 0; round < 3000; ++round) {
+        QString text;
+        for (int n = random.bounded(0, 60); n > 0; --n)
+            text += pieces.at(random.bounded(round % 2 == 0 ? 3 : pieces.size())); // often plain words
+        const qsizetype length = random.bounded(0, 12);
+        QVERIFY2(velto::stringByHardWrappingToLineLength(text, quint64(length)) == hardWrapModel(text, length),
+                 qPrintable(u"seed %1, round %2, length %3: \"%4\""_s.arg(seed).arg(round).arg(length).arg(text)));
+    }
 }
 
 void StringDisplayTest::caseChanges()

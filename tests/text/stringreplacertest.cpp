@@ -229,6 +229,46 @@ void StringReplacerTest::randomisedAgainstModel()
         QVERIFY2(inPlace == model && inPlaceCount == modelCount, context.constData());
         QVERIFY2(buffered == model && bufferedCount == modelCount, context.constData());
         QVERIFY2(replacer.finalizedString() == model, context.constData());
+
+        // The other built-in passes on the caller's own string, against a unit-by-unit model: at each unit
+        // of the range, matchAt() gives the length of a match starting there (0 for none).
+        const auto modelPass = [&](VeltoRange over, const std::function<qsizetype(qsizetype)> &matchAt, quint64 *count) {
+            QString result = input.left(qsizetype(over.location));
+            *count = 0;
+            qsizetype i = qsizetype(over.location);
+            while (i < qsizetype(over.end())) {
+                const qsizetype length = matchAt(i);
+                result += length != 0 ? replacement : QString(input.at(i));
+                *count += length != 0;
+                i += std::max(length, qsizetype(1));
+            }
+            return result + input.mid(i);
+        };
+        const VeltoCharacterSet set = VeltoCharacterSet::characterSetWithCharactersInString(target);
+        const bool coalesced = random.bounded(2) == 1;
+        quint64 setCount = 0;
+        const QString setModel = modelPass(range, [&](qsizetype i) {
+            qsizetype end = i;
+            while (end < qsizetype(range.end()) && set.contains(input.at(end).unicode()) && (coalesced || end == i))
+                ++end;
+            return end - i;
+        }, &setCount);
+        quint64 endingCount = 0;
+        const QString endingModel = modelPass({0, quint64(input.size())}, [&](qsizetype i) -> qsizetype {
+            const QChar c = input.at(i);
+            if (c == u'\r' && i + 1 < input.size() && input.at(i + 1) == u'\n')
+                return 2;
+            if (c != u'\r' && c != u'\n')
+                return 0;
+            return replacement.size() == 1 && replacement.at(0) == c ? 0 : 1;
+        }, &endingCount);
+        QString callers = input;
+        VeltoStringReplacer onCallers(&callers);
+        QVERIFY2(onCallers.replaceAllCharactersInSet(set, coalesced, range, replacement) == setCount
+                     && callers == setModel, (context + (coalesced ? " coalesced" : "")).constData());
+        callers = input;
+        QVERIFY2(onCallers.replaceAllLineEndingsWithString(replacement) == endingCount && callers == endingModel,
+                 context.constData());
     }
 }
 
