@@ -6,6 +6,19 @@ velto_sources(ui
   SOURCES
     VeltoMessageBoxPresenter.cpp
 )
+# Sheets, alerts that fit on the screen, and the window a sheet belongs on.
+velto_sources(ui
+  PUBLIC_HEADERS
+    VeltoSheetBlockHelper.h
+    Application+VeltoSheets.h
+    MessageBox+VeltoAdditions.h
+    Widget+VeltoSheets.h
+  SOURCES
+    VeltoSheetBlockHelper.cpp
+    Application+VeltoSheets.cpp
+    MessageBox+VeltoAdditions.cpp
+    Widget+VeltoSheets.cpp
+)
 # File-size fields, the attributed file size and fonts in the user defaults.
 velto_sources(ui
   PUBLIC_HEADERS
