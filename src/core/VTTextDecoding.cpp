@@ -8,7 +8,8 @@ QString VTStringFromUtf8ThenAscii(QByteArrayView bytes)
 {
     if (bytes.isEmpty())
         return u""_s;
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // A byte-order mark at the start is a character like any other here: nothing is dropped.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     QString text = utf8(bytes);
     return utf8.hasError() ? QString() : text;
 }

@@ -9,7 +9,7 @@
 /**
  * VTStringFromUtf8ThenAscii: \a bytes read as UTF-8 with nothing replaced, else as ASCII, else a null
  * string. ASCII is a subset of UTF-8, so the second reading can accept nothing the first refused: the
- * result is the strict UTF-8 reading, and a null string for any malformed sequence. Empty input gives
- * an empty, non-null string.
+ * result is the strict UTF-8 reading, and a null string for any malformed sequence. A leading byte-order
+ * mark is kept as U+FEFF. Empty input gives an empty, non-null string.
  */
 [[nodiscard]] QString VTStringFromUtf8ThenAscii(QByteArrayView bytes);

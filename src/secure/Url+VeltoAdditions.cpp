@@ -71,10 +71,13 @@ QString encodedQueryPart(const QString &text)
 
 QUrl VTURLFromString(const QString &text)
 {
-    if (text.isEmpty() || text.size() > MaximumLooseTextLength || !strictURL(text).isValid())
+    if (text.isEmpty() || text.size() > MaximumLooseTextLength)
         return QUrl();
-    if (text.startsWith(u'#') || !strictURL(text).scheme().isEmpty())
-        return strictURL(text);
+    const QUrl parsed = strictURL(text);
+    if (!parsed.isValid())
+        return QUrl();
+    if (text.startsWith(u'#') || !parsed.scheme().isEmpty())
+        return parsed;
     if (text.startsWith(u'/'))
         return strictURL(u"file://"_s + text);
     // QUrl takes no "~" for a host, so "~/x" is written "file:~/x"; veltoFilePath() reads both forms.

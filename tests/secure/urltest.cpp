@@ -96,6 +96,7 @@ void UrlTest::percentDecoding_data()
     QTest::newRow("UTF-8, either case") << u"%C3%bc%e2%82%AC"_s << u"ü€"_s;
     QTest::newRow("no escapes") << u"plain/text?x=1"_s << u"plain/text?x=1"_s;
     QTest::newRow("literal beyond ASCII") << u"ü%21"_s << u"ü!"_s;
+    QTest::newRow("byte-order mark kept") << u"%EF%BB%BFa"_s << u"\uFEFFa"_s;
     QTest::newRow("zero byte") << u"a%00b"_s << QStringView(u"a\0b", 3).toString();
     QTest::newRow("percent at the end") << u"100%"_s << QString();
     QTest::newRow("one digit") << u"%2"_s << QString();
