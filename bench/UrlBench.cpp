@@ -1,8 +1,9 @@
 // The URL helpers on the paths they take most: percent-encoding and strict decoding of 64 KiB of mixed
 // text (words, spaces, punctuation, accented letters) against Qt's QByteArray percent-encoding with the
-// same set of characters left alone (which does the same work, and decodes leniently); the loose-text
-// rule on a handful of typical inputs against QUrl::fromUserInput; and a hit in the library's named
-// cache (a mutex and the least-recently-used list) against a plain QHash lookup.
+// same set of characters left alone, which does the same work (the text holds no "%", which Qt always
+// encodes) and decodes leniently; the loose-text rule on a handful of typical inputs against
+// QUrl::fromUserInput; and a hit in the library's named cache (a mutex and the least-recently-used
+// list) against a plain QHash lookup.
 
 #include "BenchRatio.h"
 
@@ -23,7 +24,7 @@ const QString &mixedText()
 {
     static const QString built = [] {
         const QString pieces[] = {u"report"_s, u" "_s, u"Größe"_s, u"/"_s, u"a&b=c"_s, u"naïve"_s, u"{x|y}"_s,
-                                  u"2024-06-11"_s, u"100%"_s, u"<tag>"_s, u"€"_s, u"~user"_s};
+                                  u"2024-06-11"_s, u"#5;"_s, u"<tag>"_s, u"€"_s, u"~user"_s};
         QString text;
         for (size_t index = 0; text.size() < 65536; index = index * 7 + 3)
             text += pieces[index % std::size(pieces)];

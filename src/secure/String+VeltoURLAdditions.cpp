@@ -2,6 +2,8 @@
 
 #include "VTTextDecoding_p.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -37,22 +39,29 @@ QString stringByAddingVeltoPercentEncoding(const QString &text)
 {
     if (text.isEmpty() || !text.isValidUtf16())
         return text.isEmpty() ? text : QString();
-    const VeltoCharacterSet &allowed = allowedPercentEncodedCharacterSetVelto();
+    // Bytes of characters beyond ASCII are never in the set, so a table of the ASCII members decides.
+    static const std::array<bool, 128> kept = [] {
+        std::array<bool, 128> table{};
+        for (char32_t unit = 0; unit < 128; ++unit)
+            table[unit] = allowedPercentEncodedCharacterSetVelto().contains(unit);
+        return table;
+    }();
     static constexpr char digits[] = "0123456789ABCDEF";
-    QString encoded;
-    encoded.reserve(text.size());
-    for (const char byte : text.toUtf8()) {
+    const QByteArray utf8 = text.toUtf8();
+    QByteArray encoded(utf8.size() * 3, Qt::Uninitialized);
+    char *out = encoded.data();
+    for (const char byte : utf8) {
         const uchar value = uchar(byte);
-        // Bytes of characters beyond ASCII are never in the set, so testing byte by byte is exact.
-        if (value < 0x80 && allowed.contains(value)) {
-            encoded += QLatin1Char(byte);
+        if (value < 0x80 && kept[value]) {
+            *out++ = byte;
         } else {
-            encoded += u'%';
-            encoded += QLatin1Char(digits[value >> 4]);
-            encoded += QLatin1Char(digits[value & 0xF]);
+            *out++ = '%';
+            *out++ = digits[value >> 4];
+            *out++ = digits[value & 0xF];
         }
     }
-    return encoded;
+    encoded.truncate(out - encoded.constData());
+    return QString::fromLatin1(encoded);
 }
 
 QString stringByRemovingVeltoPercentEncoding(const QString &text)
