@@ -42,10 +42,13 @@ void VeltoSheetBlockHelper::beginSheet(QDialog *sheet, QWidget *parent)
         if (const auto running = helper.lock())
             running->endSheet(sheet, result);
     });
-    // A sheet deleted while up ends it as rejected; nothing touches the dying dialog.
+    // A sheet deleted while up ends it as rejected. The dialog is half destroyed by now (destroyed() comes
+    // from the QWidget destructor), so it is let go of first and not touched again.
     d->destroyed = QObject::connect(sheet, &QObject::destroyed, [helper, sheet] {
-        if (const auto running = helper.lock())
+        if (const auto running = helper.lock()) {
+            running->d->sheet.clear();
             running->endSheet(sheet, QDialog::Rejected);
+        }
     });
     sheet->open();
 }
