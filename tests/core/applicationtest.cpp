@@ -218,39 +218,29 @@ void ApplicationTest::visibleDocuments()
 
 void ApplicationTest::windowControllerOfAWindow()
 {
-    Document document(u"10"_s);
-    Controller &shown = *document.m_controllers.at(0);
-    Controller &hidden = *document.m_controllers.at(1);
-    QObject *window = shown.m_window.get();
-    QCOMPARE(VeltoWindowController::windowControllerForWindow(window), &shown);
-    QCOMPARE(document.windowForSheet(), window);
-    QVERIFY(!VeltoWindowController::windowControllerForWindow(nullptr));
-    QObject stranger;
-    QVERIFY(!VeltoWindowController::windowControllerForWindow(&stranger));
-
     // The first loaded controller's window is the document's window for sheets, in the controllers' order.
-    QObject *second = hidden.window();
+    Document document(u"01"_s);
+    Controller &first = *document.m_controllers.at(0);
+    Controller &second = *document.m_controllers.at(1);
+    QCOMPARE(document.windowForSheet(), second.m_window.get());
+    QObject *window = first.window();
     QCOMPARE(document.windowForSheet(), window);
-    QCOMPARE(VeltoWindowController::windowControllerForWindow(second), &hidden);
+    QCOMPARE(VeltoWindowController::windowControllerForWindow(window), &first);
+    QVERIFY(!VeltoWindowController::windowControllerForWindow(nullptr));
+    QVERIFY(!Document(u""_s).windowForSheet());
 
-    // Attaching another window ends the first record; a controller that goes ends its record.
+    // The record ends when another window is attached, or when the controller goes first.
     QObject replacement;
-    shown.attachWindow(&replacement);
+    first.attachWindow(&replacement);
     QVERIFY(!VeltoWindowController::windowControllerForWindow(window));
-    QCOMPARE(VeltoWindowController::windowControllerForWindow(&replacement), &shown);
+    QCOMPARE(VeltoWindowController::windowControllerForWindow(&replacement), &first);
     {
         Controller temporary(false);
-        temporary.attachWindow(&stranger);
-        QCOMPARE(VeltoWindowController::windowControllerForWindow(&stranger), &temporary);
+        temporary.attachWindow(&replacement);
     }
-    QVERIFY(!VeltoWindowController::windowControllerForWindow(&stranger));
-    shown.attachWindow(nullptr);
     QVERIFY(!VeltoWindowController::windowControllerForWindow(&replacement));
-
-    // A window that goes first takes the record with it; the controller outlives it safely.
-    hidden.m_window.reset();
-    hidden.attachWindow(nullptr);
-    QVERIFY(!Document(u""_s).windowForSheet());
+    // A window that goes first takes the record with it; its controller outlives it safely.
+    second.m_window.reset();
 }
 
 void ApplicationTest::terminatingFlagFollowsAboutToQuit()
