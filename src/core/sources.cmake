@@ -5,7 +5,9 @@ velto_sources(core
     VeltoAlertPresenter.h
     VeltoApplication.h
     VeltoBundle.h
+    VeltoCache.h
     VeltoCore.h
+    VeltoDocument.h
     VeltoError.h
     VeltoRange.h
     VeltoException.h
@@ -16,7 +18,9 @@ velto_sources(core
     VeltoLogDomainOption_PlistObject.h
     VeltoLogging.h
     VeltoLogSink.h
+    VeltoTask.h
     VeltoUserDefaults.h
+    VeltoWindowController.h
     Object+VeltoCoreCast.h
     Object+VeltoDispatch.h
     VeltoPatchableRoutine.h
@@ -28,6 +32,7 @@ velto_sources(core
     VeltoCore.cpp
     VeltoCoreLogging_p.h
     VeltoCoreLogging.cpp
+    VeltoDocument.cpp
     VeltoError.cpp
     VeltoException.cpp
     VeltoLocalization.cpp
@@ -37,7 +42,12 @@ velto_sources(core
     VeltoLogDomainOption_PlistObject.cpp
     VeltoLogging.cpp
     VeltoLogSink.cpp
+    VeltoTask.cpp
+    VTToolSearch_p.h
+    VTTextDecoding_p.h
+    VTTextDecoding.cpp
     VeltoUserDefaults.cpp
+    VeltoWindowController.cpp
     VTPropertyListXml_p.h
     VTPropertyListXml.cpp
     Variant+VeltoCore.cpp

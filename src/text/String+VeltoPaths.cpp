@@ -4,7 +4,6 @@
 
 #include <QDir>
 
-
 using namespace Qt::StringLiterals;
 
 namespace velto {
@@ -34,15 +33,38 @@ qsizetype extensionDot(QStringView path, Component component)
     return dot > component.start && dot < component.end - 1 ? dot : -1;
 }
 
+// The extension of the last component, without its dot; empty when there is none.
+QStringView extensionOf(QStringView path)
+{
+    const Component component = lastComponent(path);
+    const qsizetype dot = extensionDot(path, component);
+    return dot < 0 ? QStringView() : path.sliced(dot + 1, component.end - dot - 1);
+}
 
 } // namespace
 
 bool hasPathExtensionVelto(QStringView path, QStringView extension)
 {
-    const Component component = lastComponent(path);
-    const qsizetype dot = extensionDot(path, component);
-    const QStringView own = dot < 0 ? QStringView() : path.sliced(dot + 1, component.end - dot - 1);
-    return own.compare(extension, Qt::CaseInsensitive) == 0;
+    return extensionOf(path).compare(extension, Qt::CaseInsensitive) == 0;
+}
+
+QString pathExtensionVelto(QStringView path)
+{
+    return extensionOf(path).toString();
+}
+
+QString stringByAppendingPathComponentVelto(const QString &path, const QString &component)
+{
+    const QString raw = path.isEmpty() || component.isEmpty() ? path + component : path + u'/' + component;
+    QString joined;
+    joined.reserve(raw.size());
+    for (QChar unit : raw) {
+        if (unit != u'/' || !joined.endsWith(u'/'))
+            joined += unit;
+    }
+    if (joined.size() > 1 && joined.endsWith(u'/'))
+        joined.chop(1);
+    return joined;
 }
 
 QString stringByChangingPathExtensionVelto(const QString &path, QStringView extension)

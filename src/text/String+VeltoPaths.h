@@ -29,6 +29,17 @@ namespace velto {
  */
 [[nodiscard]] VELTOCORE_EXPORT bool hasPathExtensionVelto(QStringView path, QStringView extension);
 
+/// pathExtensionVelto: the extension of \a path without its dot ("gz" for "a.tar.gz"); empty when it has none.
+[[nodiscard]] VELTOCORE_EXPORT QString pathExtensionVelto(QStringView path);
+
+/**
+ * stringByAppendingPathComponentVelto: \a path and \a component joined by one "/": "/" runs inside
+ * the result become one and a trailing "/" goes ("/a/" and "b//c/" give "/a/b/c"); "." and ".." stay as
+ * they are. An empty \a component gives \a path with the same clean-up; an empty \a path gives
+ * \a component with it, relative as given.
+ */
+[[nodiscard]] VELTOCORE_EXPORT QString stringByAppendingPathComponentVelto(const QString &path, const QString &component);
+
 /**
  * stringByChangingPathExtensionVelto: \a path with its extension (and trailing "/") removed and
  * "." + \a extension appended; an empty \a extension only removes it. \a path comes back unchanged when

@@ -13,15 +13,17 @@
 #include "veltocoregui_export.h"
 
 /**
- * \brief VeltoMessageBoxPresenter: a VeltoAlertPresenter that opens a warning QMessageBox, window-modal
- * over the active window when there is one, without blocking the caller. Needs a QApplication.
+ * \brief VeltoMessageBoxPresenter: a VeltoAlertPresenter that opens a warning QMessageBox, shortened to
+ * fit on the screen (velto::ensureAlertFitsOnScreenVelto()): as a sheet on the window for sheets of the
+ * active window (velto::windowForSheet()) when there is one, else application-modal, in both cases
+ * without blocking the caller. Needs a QApplication.
  */
 class VELTOCOREGUI_EXPORT VeltoMessageBoxPresenter : public VeltoAlertPresenter
 {
 public:
     VeltoMessageBoxPresenter();
 
-    /// Opens a message box whose text is the error's descriptionForUserVelto(); it deletes itself when closed.
+    /// Opens a message box whose text is the error's descriptionForUserVelto(); it is deleted when it ends.
     void presentError(const VeltoError &error) override;
 
     /// installAsPresenter: installs a new VeltoMessageBoxPresenter as the process's presenter.

@@ -1,10 +1,23 @@
 # Files of src/ui in the VeltoCoreGui library.
-velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry ranges text)
+velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry ranges text secure)
 velto_sources(ui
   PUBLIC_HEADERS
     VeltoMessageBoxPresenter.h
   SOURCES
     VeltoMessageBoxPresenter.cpp
+)
+# Sheets, alerts that fit on the screen, and the window a sheet belongs on.
+velto_sources(ui
+  PUBLIC_HEADERS
+    VeltoSheetBlockHelper.h
+    Application+VeltoSheets.h
+    MessageBox+VeltoAdditions.h
+    Widget+VeltoSheets.h
+  SOURCES
+    VeltoSheetBlockHelper.cpp
+    Application+VeltoSheets.cpp
+    MessageBox+VeltoAdditions.cpp
+    Widget+VeltoSheets.cpp
 )
 # File-size fields, the attributed file size and fonts in the user defaults.
 velto_sources(ui

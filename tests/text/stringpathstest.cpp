@@ -21,6 +21,9 @@ private slots:
     void pathRelations_data();
     void pathRelations();
     void setOfComponents();
+    void ownExtension();
+    void appendingComponents_data();
+    void appendingComponents();
 
 private:
     QTemporaryDir m_fakeHome;
@@ -114,6 +117,38 @@ void StringPathsTest::setOfComponents()
     QCOMPARE(velto::setWithComponentsSeparatedByString(QString(), u","_s), Set());
     QCOMPARE(velto::setWithComponentsSeparatedByString(u"a,b"_s, QString()), Set{u"a,b"_s});
     QCOMPARE(velto::setWithComponentsSeparatedByString(u"aaa"_s, u"aa"_s), (Set{QString(), u"a"_s}));
+}
+
+void StringPathsTest::ownExtension()
+{
+    QCOMPARE(velto::pathExtensionVelto(u"a.tar.gz"_s), u"gz"_s);
+    QCOMPARE(velto::pathExtensionVelto(u"/x/report.TXT/"_s), u"TXT"_s);
+    QCOMPARE(velto::pathExtensionVelto(u".profile"_s), QString());
+    QCOMPARE(velto::pathExtensionVelto(u"name."_s), QString());
+    QCOMPARE(velto::pathExtensionVelto(u"dir.d/file"_s), QString());
+}
+
+void StringPathsTest::appendingComponents_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("component");
+    QTest::addColumn<QString>("joined");
+
+    QTest::newRow("plain") << u"/home/u"_s << u"Documents"_s << u"/home/u/Documents"_s;
+    QTest::newRow("slashes on both sides") << u"/a/"_s << u"/b//c/"_s << u"/a/b/c"_s;
+    QTest::newRow("root") << u"/"_s << u"etc"_s << u"/etc"_s;
+    QTest::newRow("empty component") << u"/a//b/"_s << QString() << u"/a/b"_s;
+    QTest::newRow("empty path") << QString() << u"b//c"_s << u"b/c"_s;
+    QTest::newRow("dots stay") << u"/a"_s << u"../b/./c"_s << u"/a/../b/./c"_s;
+    QTest::newRow("only slashes") << u"/"_s << u"/"_s << u"/"_s;
+}
+
+void StringPathsTest::appendingComponents()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, component);
+    QFETCH(QString, joined);
+    QCOMPARE(velto::stringByAppendingPathComponentVelto(path, component), joined);
 }
 
 QTEST_GUILESS_MAIN(StringPathsTest)

@@ -14,6 +14,7 @@ class MessageBoxPresenterTest : public QObject
 private slots:
     void withoutAPresenterTheErrorIsLogged();
     void installedPresenterOpensAMessageBox();
+    void onTheActiveWindowItIsASheet();
 };
 
 void MessageBoxPresenterTest::withoutAPresenterTheErrorIsLogged()
@@ -41,6 +42,27 @@ void MessageBoxPresenterTest::installedPresenterOpensAMessageBox()
     QPointer<QMessageBox> guard(box);
     box->accept();
     QTRY_VERIFY(guard.isNull()); // deletes itself when closed
+    VeltoAlertPresenter::install(nullptr);
+}
+
+void MessageBoxPresenterTest::onTheActiveWindowItIsASheet()
+{
+    QWidget window;
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QTRY_COMPARE(QApplication::activeWindow(), &window);
+    VeltoMessageBoxPresenter::installAsPresenter();
+    QString longText;
+    for (int line = 0; line < 80; ++line)
+        longText += u"A line of an error report that goes on for a while.\n"_s;
+    VeltoAlertPresenter::show(VeltoError::errorWithDomain(VeltoCoreErrorDomain, 1, longText));
+    auto *box = window.findChild<QMessageBox *>();
+    QVERIFY(box && box->isVisible());
+    QCOMPARE(box->windowModality(), Qt::WindowModal);
+    QVERIFY(box->text().endsWith(u"...")); // shortened to fit the screen
+    QPointer<QMessageBox> guard(box);
+    box->accept();
+    QTRY_VERIFY(guard.isNull());
     VeltoAlertPresenter::install(nullptr);
 }
 
