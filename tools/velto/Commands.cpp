@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "VeltoException.h"
+
 #include <algorithm>
 #include <map>
 
@@ -159,7 +161,16 @@ int runCommand(const VeltoCommand &command, const QStringList &arguments, QTextS
         return line.usageError(u"missing arguments"_s);
     if (command.arguments.maximum >= 0 && count > command.arguments.maximum)
         return line.usageError(u"unexpected argument \"%1\""_s.arg(line.arguments.at(command.arguments.maximum)));
-    const int status = command.run(line);
+    // A programming error the library raises (a tool that cannot be started, say) is reported like any
+    // other failure rather than ending the tool with an uncaught exception.
+    int status = ExitFailure;
+    try {
+        status = command.run(line);
+    } catch (const VeltoException &exception) {
+        status = line.failure(exception.name() + u": "_s + exception.reason());
+    } catch (const std::exception &exception) {
+        status = line.failure(QString::fromLocal8Bit(exception.what()));
+    }
     out.flush();
     err.flush();
     return status;
