@@ -30,6 +30,8 @@ private slots:
         QTest::newRow("spaces") << SetGetter(&VeltoCharacterSet::spaceCharacterSet)
                                 << QList<uint>{0x20, 0xA0, 0x2000, 0x200A, 0x200B, 0x202F, 0x205F, 0x3000, 0x303F}
                                 << QList<uint>{0x09, 0x0A, 0x200C};
+        QTest::newRow("newlines") << SetGetter(&VeltoCharacterSet::newlineCharacterSet)
+                                  << QList<uint>{0x0A, 0x0B, 0x0C, 0x0D, 0x85, 0x2028, 0x2029} << QList<uint>{0x09, 0x0E, 0x20};
         QTest::newRow("all whitespace") << SetGetter(&VeltoCharacterSet::allWhitespaceCharacterSet)
                                         << QList<uint>{0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0x20, 0x85, 0xA0, 0x2028, 0x3000}
                                         << QList<uint>{u'a', 0x200B, 0x1F600};
