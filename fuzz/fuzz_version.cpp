@@ -19,14 +19,14 @@ void check(bool condition)
 void checkRoundTrip(const VeltoVersion &version)
 {
     check(version.majorVersion() <= 99 && version.minorVersion() <= 99 && version.revision() <= 99
-          && version.releaseIncrement() <= 99 && version.releaseType() <= VeltoReleaseTypeRelease);
+          && version.releaseIncrement() <= 99 && version.releaseType() <= VeltoReleaseType::Release);
     const VeltoVersion fromFields(version.majorVersion(), version.minorVersion(), version.revision(),
                                   version.releaseType(), version.releaseIncrement());
     const auto fromBundle = VeltoVersion::initWithBundleVersionString(fromFields.bundleVersionString());
     check(fromBundle && *fromBundle == version);
     // Releases show no increment, so only those with increment 1 read back from the display form.
-    if (version.releaseType() == VeltoReleaseTypeUnknown
-        || (version.releaseType() == VeltoReleaseTypeRelease && version.releaseIncrement() != 1))
+    if (version.releaseType() == VeltoReleaseType::Unknown
+        || (version.releaseType() == VeltoReleaseType::Release && version.releaseIncrement() != 1))
         return;
     const auto fromDisplay = VeltoVersion::initWithDisplayString(fromFields.displayString());
     check(fromDisplay && *fromDisplay == version);

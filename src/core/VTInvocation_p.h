@@ -64,7 +64,7 @@ public:
     /// bindToClassOf: prepares the call for \a target's class (kept when the class is the same as last
     /// time), asking and updating \a lastMethod when given (see VTMethod::resolve); false when that class
     /// does not implement the selector or needs more than three arguments.
-    bool bindToClassOf(const QObject *target, const VTMethod **lastMethod = nullptr)
+    [[nodiscard]] bool bindToClassOf(const QObject *target, const VTMethod **lastMethod = nullptr)
     {
         const QMetaObject *metaObject = target->metaObject();
         if (metaObject == m_boundClass)
@@ -87,7 +87,7 @@ public:
     QMetaMethod method() const { return m_method->method; }
 
 private:
-    bool bind(const VTMethod &method)
+    [[nodiscard]] bool bind(const VTMethod &method)
     {
         m_method = &method;
         if (method.callable && method.parameterCount > 0)

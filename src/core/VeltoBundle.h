@@ -90,7 +90,8 @@ public:
      * or plug-in) whose code or data contains \a address, for example `&MyClass::staticMetaObject`.
      * Returns false when no binary contains the address. A later registration replaces an earlier one.
      */
-    static bool registerBundleForBinaryContaining(const void *address, std::shared_ptr<const VeltoBundle> bundle);
+    [[nodiscard]] static bool registerBundleForBinaryContaining(const void *address,
+                                                                std::shared_ptr<const VeltoBundle> bundle);
 
 private:
     class Private;

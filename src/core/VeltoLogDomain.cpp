@@ -75,17 +75,16 @@ void VeltoLogDomain::loadFromUserDefaults()
     }
 }
 
-void VeltoLogDomain::saveToUserDefaults()
+bool VeltoLogDomain::saveToUserDefaults(VeltoError *error)
 {
     const auto defaults = VeltoUserDefaults::standardUserDefaults();
     for (const auto &option : std::as_const(d->options)) {
         const VeltoPlistObject object = option->plistObjectFromValuePointer();
         const QString key = userDefaultsKeyForProperty(option->optionName());
-        if (object)
-            defaults->setObject(*object, key);
-        else
-            defaults->removeObjectForKey(key);
+        if (!(object ? defaults->setObject(*object, key, error) : defaults->removeObjectForKey(key, error)))
+            return false;
     }
+    return true;
 }
 
 VeltoLogDomain::PropertyWatcher VeltoLogDomain::propertyWatcher() const

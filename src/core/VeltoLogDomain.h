@@ -19,6 +19,7 @@
  * Set up, load and save domains on the main thread; the variables may be read on any thread.
  */
 
+#include "VeltoError.h"
 #include "VeltoLogDomainOption.h"
 #include "veltocore_export.h"
 
@@ -68,9 +69,12 @@ public:
      * Absent keys leave their variables alone.
      */
     void loadFromUserDefaults();
-    /// saveToUserDefaults: stores every option's value under its key (an option holding nothing removes
-    /// its key). The watcher is not called.
-    void saveToUserDefaults();
+    /**
+     * saveToUserDefaults: stores every option's value under its key (an option holding nothing removes
+     * its key). The watcher is not called.
+     * \return false, with \a error, at the first value the user defaults could not write.
+     */
+    [[nodiscard]] bool saveToUserDefaults(VeltoError *error = nullptr);
 
     [[nodiscard]] PropertyWatcher propertyWatcher() const;
     /// setPropertyWatcher: replaces the watcher; safe while another thread reads it.

@@ -1,9 +1,6 @@
 #include "VeltoLogDomainOption.h"
 
-VeltoLogDomainOption::VeltoLogDomainOption(const QString &optionName, void *optionValuePointer)
-    : m_optionName(optionName), m_optionValuePointer(optionValuePointer)
-{
-}
+VeltoLogDomainOption::VeltoLogDomainOption(const QString &optionName) : m_optionName(optionName) {}
 
 VeltoLogDomainOption::~VeltoLogDomainOption() = default;
 
@@ -17,16 +14,6 @@ void VeltoLogDomainOption::setOptionName(const QString &optionName)
     m_optionName = optionName;
 }
 
-void *VeltoLogDomainOption::optionValuePointer() const
-{
-    return m_optionValuePointer;
-}
-
-void VeltoLogDomainOption::setOptionValuePointer(void *optionValuePointer)
-{
-    m_optionValuePointer = optionValuePointer;
-}
-
 VeltoPlistObject VeltoLogDomainOption::plistObjectFromValuePointer() const
 {
     return nullptr;
@@ -36,3 +23,6 @@ bool VeltoLogDomainOption::setValuePointerFromPlistObject(const VeltoPlistObject
 {
     return false;
 }
+
+template class VeltoLogDomainOptionOf<bool>;
+template class VeltoLogDomainOptionOf<VeltoPlistObject>;

@@ -2,10 +2,11 @@
 
 /**
  * \file VeltoLogDomainOption.h
- * \brief One debug setting of a logging domain: a name and the address of the variable it controls.
+ * \brief One debug setting of a logging domain: a name and the variable it controls.
  *
- * The base class stores nothing and changes nothing; VeltoLogDomainOption_BOOL and
- * VeltoLogDomainOption_PlistObject bind real variables. Subclass it for variables of other types.
+ * The base class binds no variable, stores nothing and changes nothing. VeltoLogDomainOptionOf<T> binds a
+ * typed variable of the caller's; VeltoLogDomainOption_BOOL and VeltoLogDomainOption_PlistObject are the
+ * two kinds a domain registers. Derive from VeltoLogDomainOptionOf for variables of other types.
  */
 
 #include "veltocore_export.h"
@@ -21,12 +22,11 @@
  */
 using VeltoPlistObject = std::shared_ptr<const QVariant>;
 
-/// VeltoLogDomainOption: a named variable of the caller's that a logging domain loads and saves.
+/// VeltoLogDomainOption: a named setting that a logging domain loads and saves.
 class VELTOCORE_EXPORT VeltoLogDomainOption
 {
 public:
-    /// Binds \a optionName to the variable at \a optionValuePointer, which the caller owns and keeps alive.
-    VeltoLogDomainOption(const QString &optionName, void *optionValuePointer);
+    explicit VeltoLogDomainOption(const QString &optionName);
     virtual ~VeltoLogDomainOption();
     VeltoLogDomainOption(const VeltoLogDomainOption &) = delete;
     VeltoLogDomainOption &operator=(const VeltoLogDomainOption &) = delete;
@@ -34,9 +34,6 @@ public:
     /// optionName: the property name, the last part of the option's user-defaults key.
     [[nodiscard]] QString optionName() const;
     void setOptionName(const QString &optionName);
-    /// optionValuePointer: the address of the caller's variable; not owned.
-    [[nodiscard]] void *optionValuePointer() const;
-    void setOptionValuePointer(void *optionValuePointer);
 
     /// plistObjectFromValuePointer: the variable's value as a property-list object; the base gives nullptr.
     [[nodiscard]] virtual VeltoPlistObject plistObjectFromValuePointer() const;
@@ -46,5 +43,44 @@ public:
 
 private:
     QString m_optionName;
-    void *m_optionValuePointer;
 };
+
+/**
+ * \brief VeltoLogDomainOptionOf: an option bound to a variable of type \a T that the caller owns and keeps
+ * alive. A null pointer reads as no value (nullptr) and ignores writes; a subclass says how a value turns
+ * into a property-list object and back.
+ */
+template <typename T>
+class VELTOCORE_EXPORT VeltoLogDomainOptionOf : public VeltoLogDomainOption
+{
+public:
+    VeltoLogDomainOptionOf(const QString &optionName, T *pointer)
+        : VeltoLogDomainOption(optionName), m_pointer(pointer)
+    {
+    }
+
+    /// optionValuePointer: the address of the caller's variable; not owned.
+    [[nodiscard]] T *optionValuePointer() const { return m_pointer; }
+    void setOptionValuePointer(T *pointer) { m_pointer = pointer; }
+
+    [[nodiscard]] VeltoPlistObject plistObjectFromValuePointer() const final
+    {
+        return m_pointer ? plistObjectFromValue(*m_pointer) : nullptr;
+    }
+    bool setValuePointerFromPlistObject(const VeltoPlistObject &object) final
+    {
+        return m_pointer && storePlistObject(*m_pointer, object);
+    }
+
+protected:
+    /// plistObjectFromValue: \a variable as a property-list object.
+    [[nodiscard]] virtual VeltoPlistObject plistObjectFromValue(const T &variable) const = 0;
+    /// storePlistObject: stores \a object in \a variable; true if the variable changed.
+    virtual bool storePlistObject(T &variable, const VeltoPlistObject &object) = 0;
+
+private:
+    T *m_pointer;
+};
+
+extern template class VeltoLogDomainOptionOf<bool>;
+extern template class VeltoLogDomainOptionOf<VeltoPlistObject>;

@@ -3,36 +3,40 @@
 #include "Variant+VeltoCore.h"
 #include "VeltoLogging.h"
 
+#include <atomic>
+
+namespace {
+
+bool exchange(bool &variable, bool value)
+{
+    return std::atomic_ref<bool>(variable).exchange(value, std::memory_order_relaxed) != value;
+}
+
+} // namespace
+
 VeltoLogDomainOption_BOOL::VeltoLogDomainOption_BOOL(const QString &optionName, bool *pointer)
-    : VeltoLogDomainOption(optionName, pointer)
+    : VeltoLogDomainOptionOf<bool>(optionName, pointer)
 {
-}
-
-bool *VeltoLogDomainOption_BOOL::boolPointer() const
-{
-    return static_cast<bool *>(optionValuePointer());
-}
-
-VeltoPlistObject VeltoLogDomainOption_BOOL::plistObjectFromValuePointer() const
-{
-    return std::make_shared<const QVariant>(value());
-}
-
-bool VeltoLogDomainOption_BOOL::setValuePointerFromPlistObject(const VeltoPlistObject &object)
-{
-    return setValue(object ? velto::boolValueVelto(*object) : false);
 }
 
 bool VeltoLogDomainOption_BOOL::value() const
 {
-    bool *pointer = boolPointer();
+    const bool *pointer = optionValuePointer();
     return pointer != nullptr && VeltoLog_IsEnabled(*pointer);
 }
 
 bool VeltoLogDomainOption_BOOL::setValue(bool value)
 {
-    bool *pointer = boolPointer();
-    if (pointer == nullptr)
-        return false;
-    return std::atomic_ref<bool>(*pointer).exchange(value, std::memory_order_relaxed) != value;
+    bool *pointer = optionValuePointer();
+    return pointer != nullptr && exchange(*pointer, value);
+}
+
+VeltoPlistObject VeltoLogDomainOption_BOOL::plistObjectFromValue(const bool &variable) const
+{
+    return std::make_shared<const QVariant>(VeltoLog_IsEnabled(variable));
+}
+
+bool VeltoLogDomainOption_BOOL::storePlistObject(bool &variable, const VeltoPlistObject &object)
+{
+    return exchange(variable, object ? velto::boolValueVelto(*object) : false);
 }

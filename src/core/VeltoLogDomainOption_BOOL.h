@@ -12,22 +12,20 @@
  * atomic, so logging statements on other threads may test it without locks. A null pointer reads as
  * false and ignores writes.
  */
-class VELTOCORE_EXPORT VeltoLogDomainOption_BOOL : public VeltoLogDomainOption
+class VELTOCORE_EXPORT VeltoLogDomainOption_BOOL : public VeltoLogDomainOptionOf<bool>
 {
 public:
     VeltoLogDomainOption_BOOL(const QString &optionName, bool *pointer);
-
-    /// The variable as a boolean property-list object.
-    [[nodiscard]] VeltoPlistObject plistObjectFromValuePointer() const override;
-    /// Stores the object's boolean value (velto::boolValueVelto: "YES", 1 and true all mean true);
-    /// false when the variable already held it.
-    bool setValuePointerFromPlistObject(const VeltoPlistObject &object) override;
 
     /// value: the variable's current value.
     [[nodiscard]] bool value() const;
     /// setValue: writes the variable; true if it changed.
     bool setValue(bool value);
 
-private:
-    bool *boolPointer() const;
+protected:
+    /// The variable as a boolean property-list object.
+    [[nodiscard]] VeltoPlistObject plistObjectFromValue(const bool &variable) const override;
+    /// Stores the object's boolean value (velto::boolValueVelto: "YES", 1 and true all mean true; no
+    /// object means false); false when the variable already held it.
+    bool storePlistObject(bool &variable, const VeltoPlistObject &object) override;
 };

@@ -1,26 +1,19 @@
 #include "VeltoLogDomainOption_PlistObject.h"
 
 VeltoLogDomainOption_PlistObject::VeltoLogDomainOption_PlistObject(const QString &optionName, VeltoPlistObject *pointer)
-    : VeltoLogDomainOption(optionName, pointer)
+    : VeltoLogDomainOptionOf<VeltoPlistObject>(optionName, pointer)
 {
 }
 
-VeltoPlistObject *VeltoLogDomainOption_PlistObject::objectPointer() const
+VeltoPlistObject VeltoLogDomainOption_PlistObject::plistObjectFromValue(const VeltoPlistObject &variable) const
 {
-    return static_cast<VeltoPlistObject *>(optionValuePointer());
+    return variable;
 }
 
-VeltoPlistObject VeltoLogDomainOption_PlistObject::plistObjectFromValuePointer() const
+bool VeltoLogDomainOption_PlistObject::storePlistObject(VeltoPlistObject &variable, const VeltoPlistObject &object)
 {
-    VeltoPlistObject *pointer = objectPointer();
-    return pointer ? *pointer : nullptr;
-}
-
-bool VeltoLogDomainOption_PlistObject::setValuePointerFromPlistObject(const VeltoPlistObject &object)
-{
-    VeltoPlistObject *pointer = objectPointer();
-    if (pointer == nullptr || pointer->get() == object.get())
+    if (variable.get() == object.get())
         return false;
-    *pointer = object ? std::make_shared<const QVariant>(*object) : nullptr;
+    variable = object ? std::make_shared<const QVariant>(*object) : nullptr;
     return true;
 }

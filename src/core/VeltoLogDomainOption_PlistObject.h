@@ -14,16 +14,14 @@
  * object, even one with equal contents, is stored as a copy and counts as a change. So each load from the
  * user defaults, which reads a fresh object, reports a change.
  */
-class VELTOCORE_EXPORT VeltoLogDomainOption_PlistObject : public VeltoLogDomainOption
+class VELTOCORE_EXPORT VeltoLogDomainOption_PlistObject : public VeltoLogDomainOptionOf<VeltoPlistObject>
 {
 public:
     VeltoLogDomainOption_PlistObject(const QString &optionName, VeltoPlistObject *pointer);
 
+protected:
     /// The object the variable holds (nullptr for none, which removes the key when saved).
-    [[nodiscard]] VeltoPlistObject plistObjectFromValuePointer() const override;
+    [[nodiscard]] VeltoPlistObject plistObjectFromValue(const VeltoPlistObject &variable) const override;
     /// Stores a copy of \a object unless it is the very object held; true if the variable changed.
-    bool setValuePointerFromPlistObject(const VeltoPlistObject &object) override;
-
-private:
-    VeltoPlistObject *objectPointer() const;
+    bool storePlistObject(VeltoPlistObject &variable, const VeltoPlistObject &object) override;
 };

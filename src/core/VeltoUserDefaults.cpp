@@ -12,6 +12,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -48,6 +50,9 @@ QSettings::Format plistFormat()
     return format;
 }
 
+// The general domain's "unknown write error" (512), for failures that are not a refused permission.
+constexpr qint64 FileWriteUnknownCode = 512;
+
 struct StandardStore
 {
     QMutex mutex;
@@ -68,6 +73,7 @@ public:
     QString filePath;
     mutable QMutex mutex;
     std::unique_ptr<QSettings> settings;
+    bool writeFailed = false;
     QVariantMap registered;
 
     void open()
@@ -85,6 +91,46 @@ public:
         else
             VeltoLogSink::warn(u"user defaults file %1 could not be read or moved aside"_s.arg(filePath));
         settings = std::make_unique<QSettings>(filePath, plistFormat());
+    }
+
+    // QSettings keeps a failed status for good: after a failed write the next change starts from a fresh
+    // one over the same file. Called with the mutex held, before a change.
+    void prepareToWrite()
+    {
+        if (!writeFailed)
+            return;
+        settings = std::make_unique<QSettings>(filePath, plistFormat());
+        writeFailed = false;
+    }
+
+    // Writes the file. A failure is reported, and \a undo puts back what the file still holds, so that
+    // the store never shows a value that a relaunch would lose. Called with the mutex held.
+    bool write(VeltoError *error, const std::function<void()> &undo = {})
+    {
+        settings->sync();
+        if (settings->status() == QSettings::NoError)
+            return true;
+        if (undo)
+            undo();
+        writeFailed = true;
+        const QFileInfo file(filePath);
+        const bool permission = file.exists() ? !file.isWritable() : !QFileInfo(file.path()).isWritable();
+        const QString text = u"The user defaults could not be saved to %1."_s.arg(filePath);
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults: %s", qUtf8Printable(text));
+        if (error)
+            *error = VeltoError::errorWithDomain(VeltoCocoaErrorDomain,
+                                                 permission ? VeltoCocoaErrorFileWriteNoPermission
+                                                            : FileWriteUnknownCode,
+                                                 text);
+        return false;
+    }
+
+    // The undo step for a change of \a key: the value it had, or no value.
+    std::function<void()> restoring(const QString &key)
+    {
+        if (!settings->contains(key))
+            return [this, key] { settings->remove(key); };
+        return [this, key, old = settings->value(key)] { settings->setValue(key, old); };
     }
 };
 
@@ -135,29 +181,34 @@ QVariant VeltoUserDefaults::objectForKey(const QString &key) const
     return value.isValid() ? value : d->registered.value(key);
 }
 
-void VeltoUserDefaults::setObject(const QVariant &value, const QString &key)
+bool VeltoUserDefaults::setObject(const QVariant &value, const QString &key, VeltoError *error)
 {
-    if (!value.isValid()) {
-        removeObjectForKey(key);
-        return;
-    }
+    if (!value.isValid())
+        return removeObjectForKey(key, error);
     // Stored as it will read back after a relaunch, so a value's type never depends on that.
     const QVariant normalized = VTPropertyListXml::normalized(value);
     if (!normalized.isValid()) {
-        qCWarning(lcVeltoDefaults, "VeltoUserDefaults::setObject: a %s is not a property-list value; \"%s\" unchanged",
-                  value.typeName(), qUtf8Printable(key));
-        return;
+        const QString text = u"a %1 is not a property-list value; \"%2\" unchanged"_s.arg(
+            QLatin1StringView(value.typeName()), key);
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults::setObject: %s", qUtf8Printable(text));
+        if (error)
+            *error = VeltoError::errorWithDomain(VeltoCoreErrorDomain, VeltoCoreErrorPlistType, text);
+        return false;
     }
     QMutexLocker locker(&d->mutex);
+    d->prepareToWrite();
+    auto undo = d->restoring(key);
     d->settings->setValue(key, normalized);
-    d->settings->sync();
+    return d->write(error, undo);
 }
 
-void VeltoUserDefaults::removeObjectForKey(const QString &key)
+bool VeltoUserDefaults::removeObjectForKey(const QString &key, VeltoError *error)
 {
     QMutexLocker locker(&d->mutex);
+    d->prepareToWrite();
+    auto undo = d->restoring(key);
     d->settings->remove(key);
-    d->settings->sync();
+    return d->write(error, undo);
 }
 
 void VeltoUserDefaults::registerDefaults(const QVariantMap &defaults)
@@ -176,9 +227,9 @@ QVariantMap VeltoUserDefaults::dictionaryRepresentation() const
     return all;
 }
 
-bool VeltoUserDefaults::synchronize()
+bool VeltoUserDefaults::synchronize(VeltoError *error)
 {
     QMutexLocker locker(&d->mutex);
-    d->settings->sync();
-    return d->settings->status() == QSettings::NoError;
+    d->prepareToWrite();
+    return d->write(error);
 }

@@ -75,7 +75,7 @@ void VeltoKVOHelper::startWatching(QObject *object, const QString &keyPath, Velt
     VeltoKVORegistration *registration = registrationForWatchedObject(object, keyPath, nullptr, true);
     if (registration->registerCount() == 0) {
         registration->setNotifySelector(selector);
-        registration->connectToWatchedObject(options);
+        (void)registration->connectToWatchedObject(options); // a property it cannot watch was warned about
     }
     registration->setRegisterCount(registration->registerCount() + 1);
 }
@@ -88,7 +88,7 @@ void VeltoKVOHelper::startWatchingNotifyBlock(QObject *object, const QString &ke
     registration->setRegisterCount(before + 1);
     if (before == 0) {
         registration->setNotifyBlock(block);
-        registration->connectToWatchedObject(options);
+        (void)registration->connectToWatchedObject(options); // a property it cannot watch was warned about
     }
 }
 

@@ -79,7 +79,7 @@ public:
      * when the watched object has no such notifying property.
      * \return whether a connection was made.
      */
-    bool connectToWatchedObject(VeltoKeyValueObservingOptions options);
+    [[nodiscard]] bool connectToWatchedObject(VeltoKeyValueObservingOptions options);
     /// disconnectFromWatchedObject: removes the connection (safe when the watched object is already gone).
     void disconnectFromWatchedObject();
     /// isConnected: whether the connection to the watched object is in place.

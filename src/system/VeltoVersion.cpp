@@ -1,5 +1,7 @@
 #include "VeltoVersion.h"
 
+#include "VeltoException.h"
+
 #include <QHashFunctions>
 
 #include <algorithm>
@@ -12,7 +14,7 @@ public:
     quint8 majorVersion = 0;
     quint8 minorVersion = 0;
     quint8 revision = 0;
-    quint64 releaseType = VeltoReleaseTypeUnknown;
+    VeltoReleaseType releaseType = VeltoReleaseType::Unknown;
     quint8 releaseIncrement = 0;
     QString displayStringIvar;
     QString bundleVersionStringIvar;
@@ -24,6 +26,18 @@ constexpr QLatin1StringView InvalidDisplayString{"invalid display version string
 constexpr QLatin1StringView BundleStringWrongLength{"bundle version string is wrong length"};
 constexpr QLatin1StringView InvalidBundleString{"invalid bundle version string"};
 constexpr qsizetype BundleVersionStringLength = 12;
+constexpr quint64 LargestNumber = 99; // two decimal digits in both textual forms
+
+// A number for \a field, refused rather than cut down when it does not fit.
+quint8 checkedNumber(quint64 value, const char *field)
+{
+    if (value > LargestNumber)
+        throw VeltoException(VeltoInvalidArgumentException, u"VeltoVersion: %1 %2 is outside 0-%3"_s
+                                                                 .arg(QLatin1StringView(field))
+                                                                 .arg(value)
+                                                                 .arg(LargestNumber));
+    return quint8(value);
+}
 
 void setVersionError(VeltoError *error, QLatin1StringView text)
 {
@@ -64,7 +78,7 @@ struct DisplayStringReader
     }
 
     // The release word runs to the next space (U+0020 only) or the end; the one space is skipped.
-    quint64 readReleaseType()
+    VeltoReleaseType readReleaseType()
     {
         qsizetype end = text.indexOf(u' ', position);
         if (end < 0)
@@ -72,12 +86,12 @@ struct DisplayStringReader
         const QString word = text.sliced(position, end - position).toString().toLower();
         position = std::min(end + 1, text.size());
         if (word == u"alpha")
-            return VeltoReleaseTypeAlpha;
+            return VeltoReleaseType::Alpha;
         if (word == u"beta")
-            return VeltoReleaseTypeBeta;
+            return VeltoReleaseType::Beta;
         if (word == u"fc")
-            return VeltoReleaseTypeFinalCandidate;
-        return VeltoReleaseTypeUnknown;
+            return VeltoReleaseType::FinalCandidate;
+        return VeltoReleaseType::Unknown;
     }
 };
 
@@ -98,22 +112,22 @@ std::optional<VeltoVersion> parseDisplayString(QStringView text)
     if (reader.atEnd())
         return VeltoVersion(major, minor, revision);
 
-    const quint64 releaseType = reader.readReleaseType();
+    const VeltoReleaseType releaseType = reader.readReleaseType();
     quint8 increment = 0;
     // Text after the increment and its separator is ignored.
-    if (releaseType == VeltoReleaseTypeUnknown || !reader.atDigit() || !reader.readNumber(increment))
+    if (releaseType == VeltoReleaseType::Unknown || !reader.atDigit() || !reader.readNumber(increment))
         return std::nullopt;
     return VeltoVersion(major, minor, revision, releaseType, increment);
 }
 
-QString releaseSuffix(quint64 releaseType)
+QString releaseSuffix(VeltoReleaseType releaseType)
 {
     switch (releaseType) {
-    case VeltoReleaseTypeAlpha:
+    case VeltoReleaseType::Alpha:
         return u" alpha"_s;
-    case VeltoReleaseTypeBeta:
+    case VeltoReleaseType::Beta:
         return u" beta"_s;
-    case VeltoReleaseTypeFinalCandidate:
+    case VeltoReleaseType::FinalCandidate:
         return u" fc"_s;
     default:
         return u" ???"_s;
@@ -125,23 +139,33 @@ QString releaseSuffix(quint64 releaseType)
 VeltoVersion::VeltoVersion() : d(new Private) {}
 
 VeltoVersion::VeltoVersion(quint64 major, quint64 minor, quint64 revision)
-    : VeltoVersion(major, minor, revision, VeltoReleaseTypeRelease, 1)
+    : VeltoVersion(major, minor, revision, VeltoReleaseType::Release, 1)
 {
 }
 
-VeltoVersion::VeltoVersion(quint64 major, quint64 minor, quint64 revision, quint64 releaseType,
+VeltoVersion::VeltoVersion(quint64 major, quint64 minor, quint64 revision, VeltoReleaseType releaseType,
                            quint64 releaseIncrement)
     : d(new Private)
 {
-    d->majorVersion = quint8(major);
-    d->minorVersion = quint8(minor);
-    d->revision = quint8(revision);
+    d->majorVersion = checkedNumber(major, "major version");
+    d->minorVersion = checkedNumber(minor, "minor version");
+    d->revision = checkedNumber(revision, "revision");
     d->releaseType = releaseType;
-    d->releaseIncrement = quint8(releaseIncrement);
+    d->releaseIncrement = checkedNumber(releaseIncrement, "release increment");
 }
 
-VeltoVersion::VeltoVersion(const VeltoVersion &other) = default;
-VeltoVersion &VeltoVersion::operator=(const VeltoVersion &other) = default;
+VeltoVersion::VeltoVersion(const VeltoVersion &other)
+    : d(other.d), m_producedTexts(other.m_producedTexts.load(std::memory_order_relaxed))
+{
+}
+
+VeltoVersion &VeltoVersion::operator=(const VeltoVersion &other)
+{
+    d = other.d;
+    m_producedTexts.store(other.m_producedTexts.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    return *this;
+}
+
 VeltoVersion::~VeltoVersion() = default;
 
 std::optional<VeltoVersion> VeltoVersion::initWithDisplayString(const QString &text, VeltoError *error)
@@ -178,7 +202,7 @@ std::optional<VeltoVersion> VeltoVersion::initWithBundleVersionString(const QStr
         }
         fields[i] = quint64(tens.unicode() - u'0') * 10 + quint64(ones.unicode() - u'0');
     }
-    VeltoVersion version(fields[0], fields[1], fields[2], VeltoReleaseTypeUnknown, fields[4]);
+    VeltoVersion version(fields[0], fields[1], fields[2], VeltoReleaseType::Unknown, fields[4]);
     // An unknown type such as 07 is accepted and read as unknown.
     (void)version.setReleaseTypeFromInteger(qint64(fields[3]));
     version.d->bundleVersionStringIvar = text;
@@ -200,7 +224,7 @@ quint8 VeltoVersion::revision() const
     return d->revision;
 }
 
-quint64 VeltoVersion::releaseType() const
+VeltoReleaseType VeltoVersion::releaseType() const
 {
     return d->releaseType;
 }
@@ -210,76 +234,110 @@ quint8 VeltoVersion::releaseIncrement() const
     return d->releaseIncrement;
 }
 
+// A text given out before a field changes stays the version's text: keep it before changing the field.
+void VeltoVersion::keepProducedTexts()
+{
+    const quint8 produced = m_producedTexts.load(std::memory_order_relaxed);
+    if ((produced & DisplayText) && d->displayStringIvar.isNull())
+        d->displayStringIvar = madeDisplayString();
+    if ((produced & BundleText) && d->bundleVersionStringIvar.isNull())
+        d->bundleVersionStringIvar = madeBundleVersionString();
+}
+
 void VeltoVersion::setMajorVersion(quint64 value)
 {
-    d->majorVersion = quint8(value);
+    const quint8 checked = checkedNumber(value, "major version");
+    keepProducedTexts();
+    d->majorVersion = checked;
 }
 
 void VeltoVersion::setMinorVersion(quint64 value)
 {
-    d->minorVersion = quint8(value);
+    const quint8 checked = checkedNumber(value, "minor version");
+    keepProducedTexts();
+    d->minorVersion = checked;
 }
 
 void VeltoVersion::setRevision(quint64 value)
 {
-    d->revision = quint8(value);
+    const quint8 checked = checkedNumber(value, "revision");
+    keepProducedTexts();
+    d->revision = checked;
 }
 
-void VeltoVersion::setReleaseType(quint64 value)
+void VeltoVersion::setReleaseType(VeltoReleaseType value)
 {
+    keepProducedTexts();
     d->releaseType = value;
 }
 
 void VeltoVersion::setReleaseIncrement(quint64 value)
 {
-    d->releaseIncrement = quint8(value);
+    const quint8 checked = checkedNumber(value, "release increment");
+    keepProducedTexts();
+    d->releaseIncrement = checked;
 }
 
-bool VeltoVersion::setReleaseTypeFromInteger(qint64 value, VeltoError *)
+bool VeltoVersion::setReleaseTypeFromInteger(qint64 value)
 {
-    const bool known = value >= qint64(VeltoReleaseTypeAlpha) && value <= qint64(VeltoReleaseTypeRelease);
-    d->releaseType = known ? quint64(value) : VeltoReleaseTypeUnknown;
+    const bool known = value >= qint64(VeltoReleaseType::Alpha) && value <= qint64(VeltoReleaseType::Release);
+    setReleaseType(known ? VeltoReleaseType(value) : VeltoReleaseType::Unknown);
     return known;
 }
 
+// A text given out is the version's text from then on: while no setter has run since, the fields still
+// make it; a setter keeps it in the shared data first.
 QString VeltoVersion::displayStringIvar() const
 {
+    if (d->displayStringIvar.isNull() && (m_producedTexts.load(std::memory_order_relaxed) & DisplayText))
+        return madeDisplayString();
     return d->displayStringIvar;
 }
 
 QString VeltoVersion::bundleVersionStringIvar() const
 {
+    if (d->bundleVersionStringIvar.isNull() && (m_producedTexts.load(std::memory_order_relaxed) & BundleText))
+        return madeBundleVersionString();
     return d->bundleVersionStringIvar;
 }
 
 QString VeltoVersion::displayString() const
 {
-    if (d->displayStringIvar.isNull()) {
-        QString text = u"%1.%2"_s.arg(d->majorVersion).arg(d->minorVersion);
-        if (d->revision != 0)
-            text += u".%1"_s.arg(d->revision);
-        // Releases show no increment.
-        if (d->releaseType != VeltoReleaseTypeRelease)
-            text += releaseSuffix(d->releaseType) + u" %1"_s.arg(d->releaseIncrement);
-        dataForCaching()->displayStringIvar = text;
-    }
-    return d->displayStringIvar;
+    if (!d->displayStringIvar.isNull())
+        return d->displayStringIvar;
+    m_producedTexts.fetch_or(DisplayText, std::memory_order_relaxed);
+    return madeDisplayString();
 }
 
 QString VeltoVersion::bundleVersionString() const
 {
-    if (d->bundleVersionStringIvar.isNull()) {
-        dataForCaching()->bundleVersionStringIvar =
-            QString::asprintf("%02u%02u.%02u%02llu.%02u", d->majorVersion, d->minorVersion, d->revision,
-                              static_cast<unsigned long long>(d->releaseType), d->releaseIncrement);
-    }
-    return d->bundleVersionStringIvar;
+    if (!d->bundleVersionStringIvar.isNull())
+        return d->bundleVersionStringIvar;
+    m_producedTexts.fetch_or(BundleText, std::memory_order_relaxed);
+    return madeBundleVersionString();
+}
+
+QString VeltoVersion::madeDisplayString() const
+{
+    QString text = u"%1.%2"_s.arg(d->majorVersion).arg(d->minorVersion);
+    if (d->revision != 0)
+        text += u".%1"_s.arg(d->revision);
+    // Releases show no increment.
+    if (d->releaseType != VeltoReleaseType::Release)
+        text += releaseSuffix(d->releaseType) + u" %1"_s.arg(d->releaseIncrement);
+    return text;
+}
+
+QString VeltoVersion::madeBundleVersionString() const
+{
+    return QString::asprintf("%02u%02u.%02u%02u.%02u", d->majorVersion, d->minorVersion, d->revision,
+                             unsigned(d->releaseType), d->releaseIncrement);
 }
 
 quint64 VeltoVersion::orderedInteger() const
 {
     return quint64(d->majorVersion) << 32 | quint64(d->minorVersion) << 24 | quint64(d->revision) << 16
-        | d->releaseType << 8 | d->releaseIncrement;
+        | quint64(d->releaseType) << 8 | d->releaseIncrement;
 }
 
 bool VeltoVersion::isEqualVersion(const VeltoVersion &other) const
@@ -296,15 +354,9 @@ int VeltoVersion::compareVersion(const VeltoVersion &other) const
 
 QString VeltoVersion::description() const
 {
-    const QString text = displayString(); // first: caching it may detach
+    const QString text = displayString();
     const QString address = QString::asprintf("%p", static_cast<const void *>(d.constData()));
     return u"VeltoVersion<%1> - \"%2\""_s.arg(address, text);
-}
-
-// The caches are filled by const getters; detaching first keeps the text out of other copies.
-VeltoVersion::Private *VeltoVersion::dataForCaching() const
-{
-    return const_cast<VeltoVersion *>(this)->d.data();
 }
 
 size_t qHash(const VeltoVersion &version, size_t seed) noexcept

@@ -25,10 +25,10 @@
  *
  * Use VeltoSystemVersion (VeltoSystemVersions.h) for the operating system's version.
  *
- * A version caches the text it was parsed from, or the text first made for it, and keeps returning it:
- * the setters store the numbers but do not clear the cached texts. Build the version completely before
- * asking for its text. Copies are independent values; asking a version for its text fills its own cache,
- * so one object must not be asked from two threads at once (different copies may).
+ * A version keeps the text it was parsed from, or the text first made for it, and keeps returning it:
+ * the setters store the numbers but do not change a text already given out. Build the version completely
+ * before asking for its text. Copies are independent values. The const calls never change shared state,
+ * so one version may be read from several threads at once; a setter needs the caller's own lock.
  */
 
 #include "veltocore_export.h"
@@ -39,31 +39,37 @@
 #include <QSharedDataPointer>
 #include <QString>
 
+#include <atomic>
 #include <compare>
 #include <optional>
 
-/// Release types of a VeltoVersion, in their order. Values outside 0-4 show as " ???".
-enum VeltoReleaseType : quint64 {
-    VeltoReleaseTypeUnknown = 0,
-    VeltoReleaseTypeAlpha = 1,
-    VeltoReleaseTypeBeta = 2,
-    VeltoReleaseTypeFinalCandidate = 3, ///< "fc"
-    VeltoReleaseTypeRelease = 4,
+/// Release types of a VeltoVersion, in their order; the numbers are those of the bundle version string.
+enum class VeltoReleaseType : quint8 {
+    Unknown = 0, ///< shown as " ???"
+    Alpha = 1,
+    Beta = 2,
+    FinalCandidate = 3, ///< "fc"
+    Release = 4,
 };
 
 /**
  * \brief VeltoVersion: a product version. Implicitly shared; equal and hashed by orderedInteger().
  *
- * A default-constructed version is 0.0 with release type unknown and increment 0.
+ * A default-constructed version is 0.0 with release type unknown and increment 0. Every number (major,
+ * minor, revision, increment) is 0 to 99, the range both textual forms can hold: parsing refuses larger
+ * numbers with an error, and the constructors and setters throw a VeltoException named
+ * "NSInvalidArgumentException" for them instead of storing a cut-down value.
  */
 class VELTOCORE_EXPORT VeltoVersion
 {
 public:
     VeltoVersion();
-    /// initWithMajor: a release (type 4) with increment 1; each number keeps its low 8 bits.
+    /// initWithMajor: a release with increment 1. Throws VeltoException for a number above 99.
     VeltoVersion(quint64 major, quint64 minor, quint64 revision);
-    /// initWithMajor: the given fields; the numbers keep their low 8 bits, the release type is stored whole.
-    VeltoVersion(quint64 major, quint64 minor, quint64 revision, quint64 releaseType, quint64 releaseIncrement);
+    /// initWithMajor: the given fields. Throws VeltoException (NSInvalidArgumentException) for a number above
+    /// 99, with a reason such as "VeltoVersion: minor version 256 is outside 0-99".
+    VeltoVersion(quint64 major, quint64 minor, quint64 revision, VeltoReleaseType releaseType,
+                 quint64 releaseIncrement);
     VeltoVersion(const VeltoVersion &other);
     VeltoVersion &operator=(const VeltoVersion &other);
     ~VeltoVersion();
@@ -91,44 +97,43 @@ public:
     [[nodiscard]] quint8 majorVersion() const;
     [[nodiscard]] quint8 minorVersion() const;
     [[nodiscard]] quint8 revision() const;
-    /// releaseType: one of VeltoReleaseType, or any other value that was set.
-    [[nodiscard]] quint64 releaseType() const;
+    [[nodiscard]] VeltoReleaseType releaseType() const;
     [[nodiscard]] quint8 releaseIncrement() const;
 
-    /// setMajorVersion: stores the low 8 bits of \a value. Does not clear the cached texts.
+    /**
+     * setMajorVersion, setMinorVersion, setRevision, setReleaseIncrement: store \a value, 0 to 99; a larger
+     * one throws VeltoException (NSInvalidArgumentException) and leaves the version as it was. The setters
+     * do not change a text already made or parsed.
+     */
     void setMajorVersion(quint64 value);
-    /// setMinorVersion: stores the low 8 bits of \a value. Does not clear the cached texts.
     void setMinorVersion(quint64 value);
-    /// setRevision: stores the low 8 bits of \a value. Does not clear the cached texts.
     void setRevision(quint64 value);
-    /// setReleaseType: stores \a value whole. Does not clear the cached texts.
-    void setReleaseType(quint64 value);
-    /// setReleaseIncrement: stores the low 8 bits of \a value. Does not clear the cached texts.
     void setReleaseIncrement(quint64 value);
+    /// setReleaseType: stores \a value. Does not change a text already made or parsed.
+    void setReleaseType(VeltoReleaseType value);
 
     /**
-     * setReleaseTypeFromInteger: stores \a value when it is 1 to 4 and returns true; otherwise stores 0
-     * (unknown) and returns false. \a error is never set: an unknown type is not an error to report.
+     * setReleaseTypeFromInteger: stores \a value when it is 1 to 4 and returns true; otherwise stores
+     * VeltoReleaseType::Unknown and returns false. An unknown type is not an error: the bundle version
+     * string reader accepts one and shows it as " ???".
      */
-    bool setReleaseTypeFromInteger(qint64 value, VeltoError *error = nullptr);
+    [[nodiscard]] bool setReleaseTypeFromInteger(qint64 value);
 
-    /// displayStringIvar: the cached display string; null until parsed or first made.
+    /// displayStringIvar: the display string kept for the version; null until parsed or first given out.
     [[nodiscard]] QString displayStringIvar() const;
-    /// bundleVersionStringIvar: the cached bundle version string; null until parsed or first made.
+    /// bundleVersionStringIvar: the bundle version string kept for it; null until parsed or first given out.
     [[nodiscard]] QString bundleVersionStringIvar() const;
 
-    /// displayString: the cached display string, or one made from the fields and cached ("2.1 beta 3").
-    [[nodiscard]] QString displayString() const;
     /**
-     * bundleVersionString: the cached bundle version string, or one made from the fields and cached
-     * ("0201.0002.03"). A release type above 99 makes it longer than twelve units.
+     * displayString: the parsed display string, or one made from the fields ("2.1 beta 3"). Once given out,
+     * the text stays what it was when the fields change later.
      */
+    [[nodiscard]] QString displayString() const;
+    /// bundleVersionString: the parsed bundle version string, or one made from the fields ("0201.0002.03"),
+    /// always twelve units; it stays as given out, as displayString() does.
     [[nodiscard]] QString bundleVersionString() const;
 
-    /**
-     * orderedInteger: major << 32 | minor << 24 | revision << 16 | releaseType << 8 | increment. The
-     * release type is not masked: a type above 255 reaches into the higher fields.
-     */
+    /// orderedInteger: major << 32 | minor << 24 | revision << 16 | releaseType << 8 | increment.
     [[nodiscard]] quint64 orderedInteger() const;
 
     /// isEqualVersion: the ordered integers are equal (the cached texts play no part).
@@ -147,8 +152,15 @@ public:
 
 private:
     class Private;
-    Private *dataForCaching() const;
+    enum ProducedText : quint8 { DisplayText = 1, BundleText = 2 };
+    void keepProducedTexts();
+    [[nodiscard]] QString madeDisplayString() const;
+    [[nodiscard]] QString madeBundleVersionString() const;
+
     QSharedDataPointer<Private> d;
+    // Which texts this object has made and given out: the next setter keeps them (written by const
+    // calls, hence atomic; the texts themselves are only stored by setters).
+    mutable std::atomic<quint8> m_producedTexts{0};
 };
 
 Q_DECLARE_METATYPE(VeltoVersion)

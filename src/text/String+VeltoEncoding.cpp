@@ -123,7 +123,7 @@ QString stringWithData(QByteArrayView data, QByteArrayView encoding)
     return stringWithBytes(data.data(), quint64(data.size()), encoding);
 }
 
-QString stringWithBytes(const void *bytes, quint64 length, QByteArrayView encoding)
+QString stringWithBytes(const char *bytes, quint64 length, QByteArrayView encoding)
 {
     if (!bytes && length != 0)
         return {};
@@ -133,7 +133,7 @@ QString stringWithBytes(const void *bytes, quint64 length, QByteArrayView encodi
     if (length == 0)
         return u""_s;
     stopOnInvalidInput(converter.get());
-    return decode(converter.get(), static_cast<const char *>(bytes), length);
+    return decode(converter.get(), bytes, length);
 }
 
 QString stringByLossyConversionToEncoding(const QString &string, QByteArrayView encoding)

@@ -65,7 +65,7 @@ namespace velto {
  * stringWithBytes: the \a length bytes at \a bytes decoded from \a encoding, as stringWithData(). A null
  * \a bytes with a \a length of 0 gives the empty string; with any other length, a null string.
  */
-[[nodiscard]] VELTOCORE_EXPORT QString stringWithBytes(const void *bytes, quint64 length, QByteArrayView encoding);
+[[nodiscard]] VELTOCORE_EXPORT QString stringWithBytes(const char *bytes, quint64 length, QByteArrayView encoding);
 
 /**
  * stringByLossyConversionToEncoding: \a string as it reads after conversion to \a encoding and back:

@@ -59,12 +59,11 @@ QDateTime dateForKeyVelto(const VeltoUserDefaults &defaults, const QString &key)
     return value.typeId() == QMetaType::QString ? dateWithStringValueFromPlistVelto(value.toString()) : QDateTime();
 }
 
-void setDateVelto(VeltoUserDefaults &defaults, const QDateTime &date, const QString &key)
+bool setDateVelto(VeltoUserDefaults &defaults, const QDateTime &date, const QString &key, VeltoError *error)
 {
     if (!date.isValid())
-        defaults.removeObjectForKey(key);
-    else
-        defaults.setObject(stringValueForPlistVelto(date), key);
+        return defaults.removeObjectForKey(key, error);
+    return defaults.setObject(stringValueForPlistVelto(date), key, error);
 }
 
 } // namespace velto

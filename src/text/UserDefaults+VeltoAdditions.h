@@ -41,7 +41,8 @@ namespace velto {
 /// invalid QDateTime when there is none, the value is not text, or the text does not read.
 [[nodiscard]] VELTOCORE_EXPORT QDateTime dateForKeyVelto(const VeltoUserDefaults &defaults, const QString &key);
 /// setDateVelto: stores \a date as plist date text (stringValueForPlistVelto()) under \a key; an invalid
-/// date removes the key.
-VELTOCORE_EXPORT void setDateVelto(VeltoUserDefaults &defaults, const QDateTime &date, const QString &key);
+/// date removes the key. \return false, with \a error, when the user defaults could not be written.
+[[nodiscard]] VELTOCORE_EXPORT bool setDateVelto(VeltoUserDefaults &defaults, const QDateTime &date,
+                                                 const QString &key, VeltoError *error = nullptr);
 
 } // namespace velto

@@ -13,9 +13,10 @@
  * n->increment();
  * \endcode
  *
- * Two kinds: VeltoMutableIntegerNumber (qint64, type code "q") and VeltoMutableDoubleNumber (double,
- * type code "d"). Each answers every getter by converting its own value. Not thread-safe: guard a number
- * shared between threads. For a value that never changes, use a QVariant (copy() gives one).
+ * Two kinds, both VeltoMutableNumberOf: VeltoMutableIntegerNumber (qint64, type code "q") and
+ * VeltoMutableDoubleNumber (double, type code "d"). Each answers every getter by converting its own
+ * value. Not thread-safe: guard a number shared between threads. For a value that never changes, use a
+ * QVariant (copy() gives one).
  */
 
 #include "veltocore_export.h"
@@ -25,6 +26,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <type_traits>
 
 class VELTOCORE_EXPORT VeltoMutableNumber
 {
@@ -44,8 +46,6 @@ public:
 
     /// objCType: the type code of the stored value: "q" (qint64) or "d" (double). Never null.
     [[nodiscard]] virtual const char *objCType() const = 0;
-    /// getValue: writes the stored value (8 bytes of its own type) to \a buffer; nothing when null.
-    virtual void getValue(void *buffer) const = 0;
 
     /// integerValue: the value as qint64 (a double truncated toward zero, saturated; NaN as 0).
     [[nodiscard]] virtual qint64 integerValue() const = 0;
@@ -54,7 +54,7 @@ public:
     /// doubleValue: the value as double.
     [[nodiscard]] virtual double doubleValue() const = 0;
     /// boolValue: whether the value is not zero.
-    [[nodiscard]] virtual bool boolValue() const = 0;
+    [[nodiscard]] bool boolValue() const { return doubleValue() != 0.0; }
     /// The narrower getters convert integerValue() (or doubleValue() for float) as C++ converts
     /// integers: the low bits are kept.
     [[nodiscard]] char charValue() const { return static_cast<char>(integerValue()); }
@@ -70,13 +70,13 @@ public:
     [[nodiscard]] float floatValue() const { return static_cast<float>(doubleValue()); }
 
     /// setIntValue: stores \a value.
-    virtual void setIntValue(int value) = 0;
+    void setIntValue(int value) { setIntegerValue(value); }
     /// setIntegerValue: stores \a value.
     virtual void setIntegerValue(qint64 value) = 0;
     /// setDoubleValue: stores \a value (the integer kind truncates it toward zero, saturated).
     virtual void setDoubleValue(double value) = 0;
     /// resetToZero: stores 0.
-    virtual void resetToZero() = 0;
+    void resetToZero() { setIntegerValue(0); }
 
     /**
      * incrementByNumber: adds \a number (its integer value for the integer kind, its double value for the
@@ -113,3 +113,100 @@ protected:
     /// truncatedInteger: \a value truncated toward zero into qint64, saturated; NaN gives 0.
     [[nodiscard]] static qint64 truncatedInteger(double value) noexcept;
 };
+
+/**
+ * \brief VeltoMutableNumberOf: the mutable number holding a \a Value, qint64 (VeltoMutableIntegerNumber)
+ * or double (VeltoMutableDoubleNumber). Both kinds share this one implementation; they differ only in
+ * how a value of the other kind converts into theirs.
+ */
+template <typename Value>
+    requires std::is_same_v<Value, qint64> || std::is_same_v<Value, double>
+class VELTOCORE_EXPORT VeltoMutableNumberOf final : public VeltoMutableNumber
+{
+public:
+    static constexpr bool IsInteger = std::is_integral_v<Value>;
+
+    /// Holds 0.
+    VeltoMutableNumberOf() = default;
+    /**
+     * Holds \a value converted to the kind: for the integer kind, integers as C++ converts them (a bool as 0
+     * or 1, unsigned values above the qint64 range wrap) and floating values truncated toward zero
+     * (saturated; NaN as 0); for the double kind, the value as a double.
+     */
+    template <typename T>
+        requires std::is_arithmetic_v<T>
+    explicit VeltoMutableNumberOf(T value) noexcept
+    {
+        if constexpr (IsInteger && std::is_floating_point_v<T>)
+            m_value = truncatedInteger(double(value));
+        else
+            m_value = static_cast<Value>(value);
+    }
+
+    /// numberWithBool, numberWithInt, numberWithUnsignedInt, numberWithInteger, numberWithUnsignedInteger
+    /// (integer kind) and numberWithDouble, numberWithFloat (double kind): a new number holding \a value.
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithBool(bool value) requires IsInteger
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithInt(int value) requires IsInteger
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithUnsignedInt(unsigned int value)
+        requires IsInteger
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithInteger(qint64 value) requires IsInteger
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithUnsignedInteger(quint64 value)
+        requires IsInteger
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithDouble(double value) requires(!IsInteger)
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+    [[nodiscard]] static std::unique_ptr<VeltoMutableNumberOf> numberWithFloat(float value) requires(!IsInteger)
+    {
+        return std::make_unique<VeltoMutableNumberOf>(value);
+    }
+
+    /// getValue: writes the stored value to \a buffer; nothing when null.
+    void getValue(Value *buffer) const
+    {
+        if (buffer)
+            *buffer = m_value;
+    }
+    /// value: the stored value.
+    [[nodiscard]] Value value() const { return m_value; }
+
+    [[nodiscard]] const char *objCType() const override;
+    [[nodiscard]] qint64 integerValue() const override;
+    [[nodiscard]] quint64 unsignedIntegerValue() const override;
+    [[nodiscard]] double doubleValue() const override;
+    void setIntegerValue(qint64 value) override;
+    void setDoubleValue(double value) override;
+    [[nodiscard]] QVariant copy() const override;
+    [[nodiscard]] std::unique_ptr<VeltoMutableNumber> mutableCopy() const override;
+    void encodeWithCoder(QDataStream &stream) const override;
+
+protected:
+    [[nodiscard]] QLatin1StringView className() const override;
+    qint64 addNumber(const QVariant &number, Operation operation) override;
+
+private:
+    Value m_value = 0;
+};
+
+/// VeltoMutableIntegerNumber: a mutable signed 64-bit number (type code "q").
+using VeltoMutableIntegerNumber = VeltoMutableNumberOf<qint64>;
+/// VeltoMutableDoubleNumber: a mutable double number (type code "d").
+using VeltoMutableDoubleNumber = VeltoMutableNumberOf<double>;
+
+extern template class VeltoMutableNumberOf<qint64>;
+extern template class VeltoMutableNumberOf<double>;

@@ -33,8 +33,6 @@ velto_sources(text
     VeltoNumberFormatter.h
     VeltoFileSizeFormatter.h
     VeltoMutableNumber.h
-    VeltoMutableIntegerNumber.h
-    VeltoMutableDoubleNumber.h
     VeltoDateFormatter.h
     DateTime+VeltoAdditions.h
     UserDefaults+VeltoAdditions.h
@@ -47,8 +45,6 @@ velto_sources(text
     VTNumberConversion_p.h
     VeltoFileSizeFormatter.cpp
     VeltoMutableNumber.cpp
-    VeltoMutableIntegerNumber.cpp
-    VeltoMutableDoubleNumber.cpp
     VeltoDateFormatter.cpp
     DateTime+VeltoAdditions.cpp
     UserDefaults+VeltoAdditions.cpp

@@ -66,16 +66,13 @@ std::optional<QFont> fontForKey(const VeltoUserDefaults &defaults, const QString
     return font;
 }
 
-void setFont(VeltoUserDefaults &defaults, const std::optional<QFont> &font, const QString &key)
+bool setFont(VeltoUserDefaults &defaults, const std::optional<QFont> &font, const QString &key, VeltoError *error)
 {
-    if (!font) {
-        defaults.removeObjectForKey(nameKey(key));
-        defaults.removeObjectForKey(sizeKey(key));
-        return;
-    }
+    if (!font)
+        return defaults.removeObjectForKey(nameKey(key), error) && defaults.removeObjectForKey(sizeKey(key), error);
     const qreal points = font->pointSizeF() > 0 ? font->pointSizeF() : QFontInfo(*font).pointSizeF();
-    defaults.setObject(font->family(), nameKey(key));
-    defaults.setObject(QVariant(float(points)), sizeKey(key));
+    return defaults.setObject(font->family(), nameKey(key), error)
+        && defaults.setObject(QVariant(float(points)), sizeKey(key), error);
 }
 
 } // namespace velto

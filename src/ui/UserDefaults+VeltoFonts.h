@@ -37,8 +37,9 @@ namespace velto {
 /**
  * setFont: stores \a font's family under key + ".name" and its point size as a float under key + ".size"
  * (for a font sized in pixels, the point size it has on the primary screen); an empty \a font removes
- * both keys.
+ * both keys. \return false, with \a error, when the user defaults could not be written.
  */
-VELTOCOREGUI_EXPORT void setFont(VeltoUserDefaults &defaults, const std::optional<QFont> &font, const QString &key);
+[[nodiscard]] VELTOCOREGUI_EXPORT bool setFont(VeltoUserDefaults &defaults, const std::optional<QFont> &font,
+                                               const QString &key, VeltoError *error = nullptr);
 
 } // namespace velto

@@ -1,4 +1,5 @@
-# Run by ctest: install, configure and build the consumer, run it.
+# Run by ctest: install into a private prefix; build and run a Core-only consumer and a Gui consumer
+# (through the CMake package and through pkg-config); run the installed velto tool from the prefix.
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
 
@@ -11,11 +12,16 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${prefix}")
-foreach(header VeltoCore/VeltoError.h VeltoCore/veltocore_export.h VeltoCore/VeltoMessageBoxPresenter.h)
-  if(NOT EXISTS "${prefix}/include/${header}")
-    message(FATAL_ERROR "installed tree lacks include/${header}")
+foreach(file include/VeltoCore/VeltoError.h include/VeltoCore/veltocore_export.h include/VeltoCore/veltocore_version.h
+             include/VeltoCore/VeltoMessageBoxPresenter.h share/doc/veltocore/LICENSE)
+  if(NOT EXISTS "${prefix}/${file}")
+    message(FATAL_ERROR "installed tree lacks ${file}")
   endif()
 endforeach()
+file(READ "${prefix}/include/VeltoCore/veltocore_version.h" version_header)
+if(NOT version_header MATCHES "#define VELTOCORE_VERSION_STRING \"${VERSION}\"")
+  message(FATAL_ERROR "veltocore_version.h does not name version ${VERSION}")
+endif()
 file(GLOB private_headers "${prefix}/include/VeltoCore/*_p.h")
 if(private_headers)
   message(FATAL_ERROR "private headers were installed: ${private_headers}")
@@ -25,10 +31,34 @@ set(flags "")
 if(SANITIZE)
   set(flags "-fsanitize=address,undefined")
 endif()
-run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${WORK_DIR}/consumer" -G Ninja
-    -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_PREFIX_PATH=${prefix}
-    "-DCMAKE_CXX_FLAGS=${flags}" "-DCMAKE_EXE_LINKER_FLAGS=${flags}")
-run(${CMAKE_COMMAND} --build "${WORK_DIR}/consumer")
+# The installed tool runs from its prefix alone: no LD_LIBRARY_PATH, the library found through its RPATH.
+unset(ENV{LD_LIBRARY_PATH})
+if(TOOL)
+  run("${prefix}/bin/velto" --version)
+  if(NOT last_output STREQUAL "velto ${VERSION}\n")
+    message(FATAL_ERROR "installed velto --version printed: ${last_output}")
+  endif()
+  run("${prefix}/bin/velto" version compare "1.2 beta 3" lt 1.2)
+  file(READ "${prefix}/share/man/man1/velto.1" manual)
+  if(NOT manual MATCHES "^\\.TH VELTO 1 " OR NOT manual MATCHES "version compare")
+    message(FATAL_ERROR "installed manual page is not velto's")
+  endif()
+  file(READ "${prefix}/share/bash-completion/completions/velto" completion)
+  if(NOT completion MATCHES "complete -o filenames -F _velto velto")
+    message(FATAL_ERROR "installed bash completion does not complete velto")
+  endif()
+endif()
+
+foreach(consumer consumer-core consumer)
+  run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}/../${consumer}" -B "${WORK_DIR}/${consumer}" -G Ninja
+      -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_PREFIX_PATH=${prefix}
+      "-DCMAKE_CXX_FLAGS=${flags}" "-DCMAKE_EXE_LINKER_FLAGS=${flags}")
+  run(${CMAKE_COMMAND} --build "${WORK_DIR}/${consumer}")
+endforeach()
+run("${WORK_DIR}/consumer-core/consumer-core")
+if(NOT last_output MATCHES "^${VERSION} ")
+  message(FATAL_ERROR "unexpected Core consumer output:\n${last_output}")
+endif()
 
 set(ENV{LD_LIBRARY_PATH} "${prefix}/lib:${prefix}/lib/x86_64-linux-gnu:$ENV{LD_LIBRARY_PATH}")
 set(ENV{QT_QPA_PLATFORM} offscreen)

@@ -36,6 +36,14 @@ void tourMessageHandler(QtMsgType, const QMessageLogContext &, const QString &me
     tourOut->flush();
 }
 
+// Writes to the tour's user defaults; a value that cannot be written is said, not passed over.
+void store(Tour &tour, const QVariant &value, const QString &key)
+{
+    VeltoError error;
+    if (!VeltoUserDefaults::standardUserDefaults()->setObject(value, key, &error))
+        tour.say(u"could not store %1: %2"_s.arg(key, error.descriptionForUserVelto()));
+}
+
 void libraryStop(Tour &tour)
 {
     tour.stop(u"The library and its own strings"_s);
@@ -60,12 +68,12 @@ void translationStop(Tour &tour)
     tour.stop(u"A translated bundle in a folder"_s);
     tour.writeFile(u"MyApp/strings/en/Localizable.json"_s, R"({"_Open Recent": "Open Recent"})");
     tour.writeFile(u"MyApp/strings/de/Localizable.json"_s, R"({"_Open Recent": "Zuletzt geöffnet"})");
-    VeltoUserDefaults::standardUserDefaults()->setObject(QStringList{u"de-AT"_s, u"en"_s}, VeltoBundle::PreferredLanguagesKey);
+    store(tour, QStringList{u"de-AT"_s, u"en"_s}, VeltoBundle::PreferredLanguagesKey);
     VeltoBundle bundle(tour.path(u"MyApp"_s));
     tour.say(u"wrote %1 with tables for %2"_s.arg(tour.path(u"MyApp/strings"_s), bundle.localizations().join(u" and "_s)));
     tour.say(u"preferred languages de-AT, en -> bundle uses \"%1\""_s.arg(bundle.localizationLanguage()));
     tour.say(u"\"_Open Recent\" -> %1"_s.arg(quoted(VeltoLocalizeInBundle(u"_Open Recent"_s, &bundle))));
-    VeltoUserDefaults::standardUserDefaults()->removeObjectForKey(VeltoBundle::PreferredLanguagesKey);
+    store(tour, QVariant(), VeltoBundle::PreferredLanguagesKey);
 }
 
 void errorStop(Tour &tour)
@@ -108,9 +116,9 @@ void defaultsStop(Tour &tour)
 {
     tour.stop(u"User defaults keep their types in a property-list file"_s);
     const auto defaults = VeltoUserDefaults::standardUserDefaults();
-    defaults->setObject(true, u"com.velto.tour.flag"_s);
-    defaults->setObject(42, u"com.velto.tour.answer"_s);
-    defaults->setObject(QVariantList{u"a"_s, 2.5}, u"com.velto.tour.list"_s);
+    store(tour, true, u"com.velto.tour.flag"_s);
+    store(tour, 42, u"com.velto.tour.answer"_s);
+    store(tour, QVariantList{u"a"_s, 2.5}, u"com.velto.tour.list"_s);
     tour.say(u"stored a bool, an integer and a list in %1:"_s.arg(defaults->filePath()));
     QFile file(defaults->filePath());
     if (file.open(QIODevice::ReadOnly)) {
@@ -137,7 +145,7 @@ void loggingStop(Tour &tour)
     const QString key = domain.userDefaultsKeyForProperty(VeltoLogDomainPropertyName_isEnabled);
     VELTO_LOG(tourLogging, u"this line is not written: the domain is off"_s);
     tour.say(u"writing %1 = \"YES\" to the user defaults and loading the domain"_s.arg(key));
-    VeltoUserDefaults::standardUserDefaults()->setObject(u"YES"_s, key);
+    store(tour, u"YES"_s, key);
     domain.loadFromUserDefaults();
     VELTO_LOG(tourLogging, u"Tour domain is on"_s);
 

@@ -17,10 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString releaseTypeName(quint64 type)
+QString releaseTypeName(VeltoReleaseType type)
 {
     static const QStringList names = {u"unknown"_s, u"alpha"_s, u"beta"_s, u"fc"_s, u"release"_s};
-    return type < quint64(names.size()) ? names.at(qsizetype(type)) : u"unknown"_s;
+    return names.value(qsizetype(type), u"unknown"_s);
 }
 
 QString hexInteger(quint64 value)
@@ -66,7 +66,7 @@ int parseVersion(const CommandLine &line, const QString &text)
         {u"major"_s, QString::number(version->majorVersion())},
         {u"minor"_s, QString::number(version->minorVersion())},
         {u"revision"_s, QString::number(version->revision())},
-        {u"release type"_s, u"%1 (%2)"_s.arg(version->releaseType()).arg(releaseTypeName(version->releaseType()))},
+        {u"release type"_s, u"%1 (%2)"_s.arg(int(version->releaseType())).arg(releaseTypeName(version->releaseType()))},
         {u"release increment"_s, QString::number(version->releaseIncrement())},
         {u"display string"_s, display},
         {u"bundle version string"_s, quoted(version->bundleVersionString())},
