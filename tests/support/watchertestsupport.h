@@ -13,6 +13,7 @@
 
 #include <functional>
 
+#ifdef VELTO_FILE_CHANGER
 /// runFileChanger: runs the changer with \a arguments to the end; empty on success, else what went wrong.
 /// The calling thread does nothing else meanwhile (a test may rely on that to hold back deliveries).
 [[nodiscard]] inline QString runFileChanger(const QStringList &arguments, int timeoutMilliseconds = 120000)
@@ -25,6 +26,7 @@
         return QString::fromLocal8Bit(changer.readAllStandardError());
     return {};
 }
+#endif
 
 /// runEventLoopUntil: runs the event loop until \a done answers true or \a timeoutMilliseconds have passed;
 /// whether it is done. Unlike QTest::qWaitFor, it never pauses between events, so a watcher thread that
