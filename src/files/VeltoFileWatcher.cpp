@@ -60,6 +60,7 @@ class VeltoFileWatcher::Private
 {
 public:
     std::unique_ptr<FWKQueue> queue;
+    VeltoError queueRefused; // why there is no queue
     QList<std::shared_ptr<VTWatchedFileInfo>> tokens; // in order of adding
 };
 
@@ -71,7 +72,7 @@ VeltoFileWatcher *VeltoFileWatcher::instance()
 
 VeltoFileWatcher::VeltoFileWatcher() : d(std::make_unique<Private>())
 {
-    d->queue = FWKQueue::init();
+    d->queue = FWKQueue::init(&d->queueRefused);
     if (d->queue)
         d->queue->setDelegate(this);
 }
@@ -92,8 +93,8 @@ std::shared_ptr<VTWatchedFileInfo> VeltoFileWatcher::addFileAtPath(const QString
     }
     FWKQueue::WatchOptions queueOptions;
     queueOptions.setFlag(FWKQueue::WatchOption::FollowAtomicSaves, options.testFlag(Option::FollowAtomicSaves));
-    VeltoError refusal;
-    if (d->queue && !d->queue->addPathToQueue(path, vnodeMaskForActions(actions), queueOptions, &refusal)) {
+    VeltoError refusal = d->queueRefused;
+    if (!d->queue || !d->queue->addPathToQueue(path, vnodeMaskForActions(actions), queueOptions, &refusal)) {
         qCWarning(lcVeltoFiles).noquote()
             << u"VeltoFileWatcher::addFileAtPath: cannot watch \"%1\": %2"_s.arg(path, refusal.localizedDescription());
         if (error)

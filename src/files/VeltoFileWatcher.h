@@ -66,8 +66,9 @@ public:
     /**
      * addFileAtPath: watches \a path for the kinds of change in \a actions, told to \a delegate (not owned).
      * \return the watch's token; null when no file exists at \a path (\a error: ENOENT). When the file
-     * exists but the kernel refuses to watch it (permissions, the watch limit), the token is still returned
-     * and hears nothing; \a error says why and a warning is logged.
+     * exists but cannot be watched (the kernel refused this watcher a queue, or refuses the watch: the
+     * watch limit, permissions), the token is still returned and hears nothing; \a error says why and a
+     * warning is logged.
      */
     [[nodiscard]] std::shared_ptr<VTWatchedFileInfo> addFileAtPath(const QString &path, quint32 actions,
                                                                    QObject *delegate, Options options = {},
