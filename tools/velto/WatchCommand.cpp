@@ -1,16 +1,21 @@
 // `velto watch PATH...`: prints each change to the given files as it happens, with the time, until
-// interrupted (Ctrl-C or SIGTERM end it normally, with status 0).
+// interrupted (Ctrl-C or SIGTERM end it normally, with status 0). The tour's file watcher stop lives here
+// too.
 
 #include "Commands.h"
+#include "Tour.h"
 
 #include "FWFileWatcher.h"
 #include "VeltoFileWatcher.h"
 #include "VeltoNotificationCenter.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <csignal>
 #include <fcntl.h>
@@ -129,6 +134,63 @@ int runWatch(const CommandLine &line)
     return ExitSuccess;
 }
 
+// The tour's delegate: remembers what it heard.
+class TourFileListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    QStringList heard;
+
+public slots:
+    void fileWatcher(VeltoFileWatcher *, quint32 action, const QString &) { heard << describeAction(action); }
+};
+
+// Runs the event loop until \a count changes are heard, for at most five seconds; no fixed pause.
+QString awaitChanges(TourFileListener &listener, qsizetype count)
+{
+    const QDeadlineTimer deadline(5000);
+    QEventLoop loop;
+    QTimer check;
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
+        if (listener.heard.size() >= count || deadline.hasExpired())
+            loop.quit();
+    });
+    check.start(1);
+    loop.exec();
+    const QString heard = listener.heard.isEmpty() ? u"nothing within 5 s"_s : listener.heard.join(u", "_s);
+    listener.heard.clear();
+    return heard;
+}
+
+void fileWatcherStop(Tour &tour)
+{
+    tour.stop(u"Watching a file while it is written, renamed and saved over"_s);
+    tour.writeFile(u"notes.txt"_s, "first draft\n");
+    TourFileListener listener;
+    VeltoFileWatcher *watcher = VeltoFileWatcher::instance();
+    const auto token = watcher->addFileAtPath(tour.path(u"notes.txt"_s), 0x7f, &listener,
+                                              VeltoFileWatcher::Option::FollowAtomicSaves);
+    tour.say(u"watching notes.txt for every kind of change, following atomic saves; another process's"_s);
+    tour.say(u"changes would be heard the same way, on the main thread, kinds in a fixed order"_s);
+
+    QFile notes(tour.path(u"notes.txt"_s));
+    if (notes.open(QIODevice::ReadWrite) && notes.write("FIRST") == 5)
+        notes.close();
+    tour.say(u"overwrote its first word in place          -> heard: %1"_s.arg(awaitChanges(listener, 1)));
+    QFile::rename(tour.path(u"notes.txt"_s), tour.path(u"notes-old.txt"_s));
+    tour.say(u"renamed it to notes-old.txt                -> heard: %1"_s.arg(awaitChanges(listener, 1)));
+    tour.say(u"  (the watch stays with the file and reports it under the path it was added with)"_s);
+    tour.writeFile(u"notes.txt.new"_s, "second draft\n");
+    QFile::rename(tour.path(u"notes.txt.new"_s), tour.path(u"notes.txt"_s));
+    tour.say(u"saved a new notes.txt atomically           -> heard: %1"_s.arg(awaitChanges(listener, 1)));
+    tour.say(u"  (written beside it and renamed onto the name: the watch moved to the new file)"_s);
+    if (notes.open(QIODevice::Append) && notes.write("more\n") == 5)
+        notes.close();
+    tour.say(u"appended to the new notes.txt              -> heard: %1"_s.arg(awaitChanges(listener, 2)));
+    watcher->removeFileWithToken(token);
+}
+
 const bool registered = registerCommand({
     .name = "watch",
     .summary = "print changes to files as they happen",
@@ -144,7 +206,7 @@ const bool registered = registerCommand({
                                    "that file from then on and report a write."_s)},
     .arguments = {1, -1},
     .run = runWatch,
-});
+}) && registerTourStop(500, fileWatcherStop);
 
 } // namespace
 
