@@ -189,14 +189,15 @@ FWKQueue::FWKQueue(int inotifyDescriptor, int wakeDescriptor)
 FWKQueue::~FWKQueue()
 {
     std::shared_ptr<FWMainThreadProxy> proxy;
+    bool wasRunning = false;
     {
         std::lock_guard lock(d->mutex);
-        if (d->keepRunning)
-            VeltoLogSink::warn(u"FWKQueue thread termination disabled!"_s);
-        d->keepRunning = false;
+        wasRunning = std::exchange(d->keepRunning, false);
         d->delegate = nullptr;
         proxy = std::move(d->proxy);
     }
+    if (wasRunning)
+        VeltoLogSink::warn(u"FWKQueue thread termination disabled!"_s);
     if (proxy)
         proxy->invalidate(); // releases the thread if it waits for the main thread, which may be this one
     if (d->thread.joinable()) {

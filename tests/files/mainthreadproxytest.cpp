@@ -42,11 +42,12 @@ private:
     }
 };
 
-// Runs \a work on a thread of its own; the main thread keeps its event loop running until it is done.
+// Runs \a work on a thread of its own; joined when destroyed.
 class Worker
 {
 public:
     explicit Worker(std::function<void()> work) : thread([this, work = std::move(work)] {
+        started = true;
         work();
         done = true;
     })
@@ -54,6 +55,14 @@ public:
     }
     ~Worker() { thread.join(); }
 
+    // Returns once the work has begun, without running the main thread's event loop.
+    void waitUntilStarted() const
+    {
+        while (!started)
+            QThread::yieldCurrentThread();
+    }
+
+    std::atomic<bool> started{false};
     std::atomic<bool> done{false};
 
 private:
@@ -160,15 +169,10 @@ void MainThreadProxyTest::invalidationReleasesAWaitingCaller()
     // with no result, and the queued call never reaches the target.
     Target target;
     FWMainThreadProxy proxy(&target);
-    std::atomic<bool> started{false};
     QVariant result = u"untouched"_s;
     {
-        Worker worker([&] {
-            started = true;
-            result = proxy.performSelector("greet", u"late"_s);
-        });
-        while (!started)
-            QThread::yieldCurrentThread();
+        Worker worker([&] { result = proxy.performSelector("greet", u"late"_s); });
+        worker.waitUntilStarted();
         proxy.invalidate();
         proxy.invalidate();
         QVERIFY(!proxy.isValid());
@@ -183,14 +187,9 @@ void MainThreadProxyTest::aTargetGoneBeforeItsCallIsSkipped()
 {
     auto *target = new Target;
     FWMainThreadProxy proxy(target);
-    std::atomic<bool> started{false};
     QVariant result = u"untouched"_s;
-    Worker worker([&] {
-        started = true;
-        result = proxy.performSelector("greet", u"nobody"_s);
-    });
-    while (!started)
-        QThread::yieldCurrentThread();
+    Worker worker([&] { result = proxy.performSelector("greet", u"nobody"_s); });
+    worker.waitUntilStarted();
     delete target; // before the main thread reaches the call
     QVERIFY(runEventLoopUntil([&] { return worker.done.load(); }));
     QVERIFY(!result.isValid());

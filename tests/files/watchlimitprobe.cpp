@@ -96,7 +96,9 @@ int main(int argc, char **argv)
     else
         out << "init: error " << error.code() << ": " << error.localizedDescription() << '\n';
     VeltoFileWatcher watcher;
-    out << "watcher without a queue: " << (watcher.addFileAtPath(QString::fromLocal8Bit(argv[2]), 2, &watcher) ? "token" : "none") << '\n';
+    VeltoError refusal;
+    const bool tokenMade = bool(watcher.addFileAtPath(QString::fromLocal8Bit(argv[2]), 2, &watcher, {}, &refusal));
+    out << "watcher without a queue: " << (tokenMade ? "token" : "none") << ", error " << refusal.code() << '\n';
     out.flush();
     VeltoNotificationCenter::defaultCenter()->removeObserver(token);
     return 0;
