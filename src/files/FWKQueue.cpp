@@ -167,6 +167,7 @@ std::unique_ptr<FWKQueue> FWKQueue::init(VeltoError *error)
         ::close(inotify);
         return nullptr;
     }
+    qRegisterMetaType<FWKQueue *>(); // once, here, rather than by the first delivery on the watcher thread
     std::unique_ptr<FWKQueue> queue(new FWKQueue(inotify, wake));
     try {
         queue->d->thread = std::thread([queue = queue.get()] { queue->d->watch(queue); });

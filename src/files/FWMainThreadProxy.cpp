@@ -54,19 +54,24 @@ public:
         }
     }
 
-    void finish(Call &call)
+    // Gives up the main thread's share of the call: the waiting thread, which reads the result last,
+    // frees it (unless it stopped waiting).
+    void finish(std::shared_ptr<Call> call)
     {
         {
             std::lock_guard lock(mutex);
-            call.done = true;
+            call->done = true;
+            call.reset();
         }
         finished.notify_all();
     }
 
     QObject *const rawTarget;
     QPointer<QObject> target; // read on the main thread only: a target gone before its call is skipped
-    std::mutex mutex;
-    std::condition_variable finished;
+    // Recursive: a call whose event Qt discards at once (no event loop left) finishes on the posting
+    // thread, which holds the lock while it posts.
+    std::recursive_mutex mutex;
+    std::condition_variable_any finished;
     bool valid = true;
 
     explicit Private(QObject *target) : rawTarget(target), target(target) {}
@@ -78,10 +83,10 @@ public:
         Ticket(std::shared_ptr<Private> state, std::shared_ptr<Call> call) : state(std::move(state)), call(std::move(call)) {}
         Ticket(const Ticket &) = delete;
         Ticket &operator=(const Ticket &) = delete;
-        ~Ticket() { state->finish(*call); }
+        ~Ticket() { state->finish(std::move(call)); }
 
         const std::shared_ptr<Private> state;
-        const std::shared_ptr<Call> call;
+        std::shared_ptr<Call> call;
     };
 };
 
@@ -107,9 +112,11 @@ bool FWMainThreadProxy::respondsToSelector(const char *selector) const
 QVariant FWMainThreadProxy::performSelector(const char *selector, const QVariant &first, const QVariant &second,
                                             const QVariant &third)
 {
-    if (!d->rawTarget || !isValid())
+    if (!d->rawTarget)
         return {};
     if (isMainThread() || !QCoreApplication::instance()) {
+        if (!isValid())
+            return {};
         if (!QCoreApplication::instance()) {
             static std::once_flag warned;
             std::call_once(warned, [] {
@@ -122,12 +129,14 @@ QVariant FWMainThreadProxy::performSelector(const char *selector, const QVariant
     auto call = std::make_shared<Call>();
     call->selector = selector;
     call->arguments = {first, second, third};
-    auto ticket = std::make_shared<Private::Ticket>(d, call);
-    QMetaObject::invokeMethod(QCoreApplication::instance(), [ticket] { ticket->state->run(*ticket->call); },
-                              Qt::QueuedConnection);
-    ticket.reset(); // the queued event holds the only one now
-
+    // Posted under the lock, which the main thread takes before it looks at the call: everything written
+    // here is seen there (by the thread sanitizer too, which cannot see through Qt's event queue).
     std::unique_lock lock(d->mutex);
+    if (!d->valid)
+        return {};
+    QMetaObject::invokeMethod(QCoreApplication::instance(),
+                              [ticket = std::make_shared<Private::Ticket>(d, call)] { ticket->state->run(*ticket->call); },
+                              Qt::QueuedConnection);
     d->finished.wait(lock, [&] { return call->done || !d->valid; });
     if (!call->done)
         return {};
