@@ -27,16 +27,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The notification of each kind of change, in the order they are posted.
-constexpr std::array<std::pair<quint32, QLatin1StringView>, 7> NotificationOrder{{
-    {FWKQueue::NoteRename, FWFileWatcherRenameNotification},
-    {FWKQueue::NoteWrite, FWFileWatcherWriteNotification},
-    {FWKQueue::NoteDelete, FWFileWatcherDeleteNotification},
-    {FWKQueue::NoteAttrib, FWFileWatcherAttributeChangeNotification},
-    {FWKQueue::NoteExtend, FWFileWatcherSizeIncreaseNotification},
-    {FWKQueue::NoteLink, FWFileWatcherLinkCountChangeNotification},
-    {FWKQueue::NoteRevoke, FWFileWatcherAccessRevocationNotification},
-}};
+// The notification of each kind of change, in the order they are posted; made once, so that a delivery
+// copies the names instead of converting them.
+const std::array<std::pair<quint32, QString>, 7> &notificationOrder()
+{
+    static const std::array<std::pair<quint32, QString>, 7> order{{
+        {FWKQueue::NoteRename, FWFileWatcherRenameNotification},
+        {FWKQueue::NoteWrite, FWFileWatcherWriteNotification},
+        {FWKQueue::NoteDelete, FWFileWatcherDeleteNotification},
+        {FWKQueue::NoteAttrib, FWFileWatcherAttributeChangeNotification},
+        {FWKQueue::NoteExtend, FWFileWatcherSizeIncreaseNotification},
+        {FWKQueue::NoteLink, FWFileWatcherLinkCountChangeNotification},
+        {FWKQueue::NoteRevoke, FWFileWatcherAccessRevocationNotification},
+    }};
+    return order;
+}
 
 qint64 readLimit(const char *file)
 {
@@ -119,7 +124,7 @@ void FWKQueue::Private::deliver(FWKQueue *queue, const std::vector<VTInotifyWatc
             continue;
         }
         try {
-            for (const auto &[flag, name] : NotificationOrder) {
+            for (const auto &[flag, name] : notificationOrder()) {
                 if (change.flags & flag)
                     queue->postNotification(name, change.path);
             }
@@ -167,7 +172,9 @@ std::unique_ptr<FWKQueue> FWKQueue::init(VeltoError *error)
         ::close(inotify);
         return nullptr;
     }
-    qRegisterMetaType<FWKQueue *>(); // once, here, rather than by the first delivery on the watcher thread
+    // Once, here, rather than by the first delivery on the watcher thread.
+    qRegisterMetaType<FWKQueue *>();
+    (void)notificationOrder();
     std::unique_ptr<FWKQueue> queue(new FWKQueue(inotify, wake));
     try {
         queue->d->thread = std::thread([queue = queue.get()] { queue->d->watch(queue); });
