@@ -98,8 +98,13 @@ void FWKQueue::Private::watch(FWKQueue *queue)
         if (descriptors[1].revents)
             return; // only written when stopping
         const ssize_t length = ::read(inotify, buffer, sizeof buffer);
-        if (length <= 0)
-            continue; // EINTR or EAGAIN
+        if (length <= 0) {
+            if (length < 0 && errno != EINTR && errno != EAGAIN) {
+                qCCritical(lcVeltoFiles, "FWKQueue: reading events failed (%d); the watcher thread stops", errno);
+                return;
+            }
+            continue;
+        }
         {
             std::lock_guard lock(mutex);
             table.translate(buffer, size_t(length), changes);
