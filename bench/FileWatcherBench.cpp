@@ -199,37 +199,39 @@ void measureLatency(benchmark::State &state, const char *name, const QString &fi
     percentiles()[name] = result;
 }
 
-QString makeFile(const QTemporaryDir &dir, const QString &name)
+// A fresh file to watch and the object that hears about it.
+struct WatchedFile
 {
-    const QString path = dir.filePath(name);
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write("hello\n");
-    return path;
-}
+    WatchedFile()
+    {
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write("hello\n");
+    }
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(u"watched"_s);
+    Listener listener;
+};
 
 void BM_VeltoFileWatcherLatency(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString file = makeFile(dir, u"watched"_s);
-    Listener listener;
+    WatchedFile watched;
     VeltoFileWatcher *watcher = VeltoFileWatcher::instance();
-    const auto token = watcher->addFileAtPath(file, VeltoFileWatcherActionWrite, &listener);
-    measureLatency(state, "VeltoFileWatcher delegate", file, listener);
+    const auto token = watcher->addFileAtPath(watched.path, VeltoFileWatcherActionWrite, &watched.listener);
+    measureLatency(state, "VeltoFileWatcher delegate", watched.path, watched.listener);
     watcher->removeFileWithToken(token);
 }
 BENCHMARK(BM_VeltoFileWatcherLatency)->Iterations(Writes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 void BM_FWKQueueDelegateLatency(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString file = makeFile(dir, u"watched"_s);
-    Listener listener;
+    WatchedFile watched;
     FWKQueue *queue = FWKQueue::sharedFileWatcher();
-    queue->setDelegate(&listener);
-    (void)queue->addPathToQueue(file, FWKQueue::NoteWrite);
-    measureLatency(state, "FWKQueue delegate", file, listener);
-    queue->removePathFromQueue(file);
+    queue->setDelegate(&watched.listener);
+    (void)queue->addPathToQueue(watched.path, FWKQueue::NoteWrite);
+    measureLatency(state, "FWKQueue delegate", watched.path, watched.listener);
+    queue->removePathFromQueue(watched.path);
     queue->setDelegate(nullptr);
 }
 BENCHMARK(BM_FWKQueueDelegateLatency)->Iterations(Writes)->UseManualTime()->Unit(benchmark::kMicrosecond);
@@ -238,27 +240,23 @@ BENCHMARK(BM_FWKQueueDelegateLatency)->Iterations(Writes)->UseManualTime()->Unit
 // runs there, with no main-thread call. Shows what the hop to the main thread adds.
 void BM_FWKQueueWatcherThreadLatency(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString file = makeFile(dir, u"watched"_s);
-    Listener listener;
+    WatchedFile watched;
     FWKQueue *queue = FWKQueue::sharedFileWatcher(); // no delegate: posts to the centre
-    (void)queue->addPathToQueue(file, FWKQueue::NoteWrite);
+    (void)queue->addPathToQueue(watched.path, FWKQueue::NoteWrite);
     const auto token = VeltoNotificationCenter::defaultCenter()->addObserverForName(
-        {}, queue, [&](const VeltoNotification &) { listener.heard(); });
-    measureLatency(state, "FWKQueue to the centre, on its own thread", file, listener);
+        {}, queue, [&](const VeltoNotification &) { watched.listener.heard(); });
+    measureLatency(state, "FWKQueue to the centre, on its own thread", watched.path, watched.listener);
     VeltoNotificationCenter::defaultCenter()->removeObserver(token);
-    queue->removePathFromQueue(file);
+    queue->removePathFromQueue(watched.path);
 }
 BENCHMARK(BM_FWKQueueWatcherThreadLatency)->Iterations(Writes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 void BM_Baseline_QFileSystemWatcherLatency(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString file = makeFile(dir, u"watched"_s);
-    Listener listener;
-    QFileSystemWatcher watcher({file});
-    QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &listener, &Listener::fileChanged);
-    measureLatency(state, BaselineName, file, listener);
+    WatchedFile watched;
+    QFileSystemWatcher watcher({watched.path});
+    QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watched.listener, &Listener::fileChanged);
+    measureLatency(state, BaselineName, watched.path, watched.listener);
 }
 BENCHMARK(BM_Baseline_QFileSystemWatcherLatency)->Iterations(Writes)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
@@ -286,9 +284,8 @@ long long watcherThreadTicks(int *threads)
 
 void BM_WatcherThreadIdleCpu(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    Listener listener;
-    const auto token = VeltoFileWatcher::instance()->addFileAtPath(makeFile(dir, u"idle"_s), 0x7f, &listener);
+    WatchedFile watched;
+    const auto token = VeltoFileWatcher::instance()->addFileAtPath(watched.path, 0x7f, &watched.listener);
     int threads = 0;
     for (auto _ : state) {
         const long long before = watcherThreadTicks(&threads);
