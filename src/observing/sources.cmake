@@ -1,5 +1,5 @@
 # Files of src/observing in the VeltoCore library: non-owning collections, observer sets,
-# property observation, timers and named semaphores.
+# property observation, the notification centre, timers and named semaphores.
 velto_layer(observing LIBRARY VeltoCore DEPENDS core)
 velto_sources(observing
   PUBLIC_HEADERS
@@ -12,6 +12,8 @@ velto_sources(observing
     VeltoKeyedObserverSet.h
     VeltoKVOHelper.h
     VeltoKVORegistration.h
+    VeltoNotification.h
+    VeltoNotificationCenter.h
     VeltoObserverSet.h
     VeltoObserverSetImpl.h
     VeltoPointerKeyDictionary.h
@@ -29,6 +31,8 @@ velto_sources(observing
     VeltoKeyedObserverSet.cpp
     VeltoKVOHelper.cpp
     VeltoKVORegistration.cpp
+    VeltoNotification.cpp
+    VeltoNotificationCenter.cpp
     VeltoObserverSet.cpp
     VeltoObserverSetImpl.cpp
     VeltoPointerKeyDictionary.cpp

@@ -1,5 +1,5 @@
 # Files of src/ui in the VeltoCoreGui library.
-velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry ranges text secure)
+velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry files)
 velto_sources(ui
   PUBLIC_HEADERS
     VeltoMessageBoxPresenter.h
