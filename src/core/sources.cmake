@@ -17,6 +17,7 @@ velto_sources(core
     VeltoLogging.h
     VeltoLogSink.h
     VeltoUserDefaults.h
+    VeltoPropertyList.h
     Object+VeltoCoreCast.h
     Object+VeltoDispatch.h
     VeltoPatchableRoutine.h
@@ -38,8 +39,12 @@ velto_sources(core
     VeltoLogging.cpp
     VeltoLogSink.cpp
     VeltoUserDefaults.cpp
+    VeltoPropertyList.cpp
+    VTPropertyListKind_p.h
     VTPropertyListXml_p.h
     VTPropertyListXml.cpp
+    VTPropertyListBinary_p.h
+    VTPropertyListBinary.cpp
     Variant+VeltoCore.cpp
     Object+VeltoDispatch.cpp
     VTInvocation_p.h

@@ -1,4 +1,5 @@
 #include "VTPropertyListXml_p.h"
+#include "VeltoPropertyList.h"
 
 #include <QDateTime>
 #include <QRandomGenerator>
@@ -86,7 +87,7 @@ void PropertyListXmlTest::rejectsMalformedInput()
 
 void PropertyListXmlTest::deepNestingIsBounded()
 {
-    const int limit = VTPropertyListXml::MaximumDepth;
+    const int limit = VeltoPropertyList::MaximumDepth;
     auto nested = [](int depth) { return document(QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth)); };
     QVERIFY(VTPropertyListXml::read(nested(limit)));
     QString error;
@@ -144,7 +145,7 @@ void PropertyListXmlTest::randomTreesRoundTrip()
     };
     for (int round = 0; round < 300; ++round) {
         const QVariant tree = make(0);
-        QVERIFY(VTPropertyListXml::isPropertyListValue(tree));
+        QVERIFY(VeltoPropertyList::isPropertyListValue(tree));
         const auto back = VTPropertyListXml::read(VTPropertyListXml::write(tree));
         QVERIFY2(back, VTPropertyListXml::write(tree).constData());
         QCOMPARE(VTPropertyListXml::write(*back), VTPropertyListXml::write(tree));
