@@ -62,22 +62,20 @@ public:
         case VTPropertyListKind::Array: {
             const QVariantList list = value.toList();
             for (qsizetype i = 0; i < list.size(); ++i) {
-                const qsizetype mark = place.size();
-                place += u"[%1]"_s.arg(i);
+                path.append({QString(), i});
                 if (!this->value(list.at(i), depth + 1))
                     return false;
-                place.truncate(mark);
+                path.removeLast();
             }
             return true;
         }
         case VTPropertyListKind::Dictionary: {
             const QVariantMap map = value.toMap();
             for (auto it = map.begin(); it != map.end(); ++it) {
-                const qsizetype mark = place.size();
-                place += u"[\"%1\"]"_s.arg(it.key().left(40));
+                path.append({it.key(), -1});
                 if (!string(it.key(), u"has a key"_s) || !this->value(it.value(), depth + 1))
                     return false;
-                place.truncate(mark);
+                path.removeLast();
             }
             return true;
         }
@@ -89,9 +87,16 @@ public:
     QString problem;
 
 private:
+    // Where the walk is: a key, or an index when the key is null. Formatted only for the error.
+    struct Step
+    {
+        QString key;
+        qsizetype index;
+    };
+
     VeltoPropertyListFormat format;
     qint64 count = 0;
-    QString place = u"root"_s;
+    QList<Step> path;
 
     bool string(const QString &text, const QString &what = u"is a string"_s)
     {
@@ -105,6 +110,9 @@ private:
 
     bool reject(const QString &what)
     {
+        QString place = u"root"_s;
+        for (const Step &step : std::as_const(path))
+            place += step.key.isNull() ? u"[%1]"_s.arg(step.index) : u"[\"%1\"]"_s.arg(step.key.left(40));
         problem = u"%1 %2"_s.arg(place, what);
         return false;
     }
