@@ -74,6 +74,7 @@ public:
         if (objectCount == 0 || objectCount > (trailerStart - tableOffset) / offsetSize)
             return fail(u"the trailer declares %1 objects, but the offset table has room for %2"_s
                             .arg(objectCount).arg((trailerStart - tableOffset) / offsetSize));
+        valueLimit = std::min(VeltoPropertyList::MaximumValueCount, qint64(std::max(quint64(VeltoPropertyList::SharedValueAllowance), size)));
         if (rootObject >= objectCount)
             return fail(u"the root object %1 is not among the %2 objects"_s.arg(rootObject).arg(objectCount));
         if (!read(rootObject, 0))
@@ -100,6 +101,7 @@ private:
     quint64 referenceSize = 0;
     quint64 objectCount = 0;
     quint64 tableOffset = 0;
+    qint64 valueLimit = 0;
     QHash<quint64, Object> objects;
 
     std::nullopt_t fail(const QString &message)
@@ -303,8 +305,8 @@ private:
             const Object &child = *objects.constFind(*target);
             object.valueCount += child.valueCount;
             object.height = std::max(object.height, child.height + 1);
-            if (object.valueCount > VeltoPropertyList::MaximumValueCount) {
-                reject(u"the property list stands for more than %1 values"_s.arg(VeltoPropertyList::MaximumValueCount));
+            if (object.valueCount > valueLimit) {
+                reject(u"the property list stands for more than %1 values"_s.arg(valueLimit));
                 return nullptr;
             }
             return &child;
@@ -341,8 +343,8 @@ private:
     }
 };
 
-// Writes objects children first; equal objects (same encoded bytes, or for containers the same marker
-// and the same element objects) are stored once.
+// Writes objects children first. Equal strings, numbers, data and dates are stored once; containers
+// never are, so a document never stands for more values than it has bytes (see SharedValueAllowance).
 class Writer
 {
 public:
@@ -471,16 +473,14 @@ private:
         case VTPropertyListKind::None:
             Q_UNREACHABLE();
         }
-        QByteArray identity = object.head;
-        if (!object.references.isEmpty())
-            identity.append(reinterpret_cast<const char *>(object.references.constData()),
-                            object.references.size() * qsizetype(sizeof(quint64)));
-        if (const auto known = indexOfObject.constFind(identity); known != indexOfObject.constEnd())
-            return *known;
-        const quint64 index = quint64(objects.size());
-        indexOfObject.insert(identity, index);
+        const VTPropertyListKind kind = propertyListKind(value);
+        if (kind != VTPropertyListKind::Array && kind != VTPropertyListKind::Dictionary) {
+            if (const auto known = indexOfObject.constFind(object.head); known != indexOfObject.constEnd())
+                return *known;
+            indexOfObject.insert(object.head, quint64(objects.size()));
+        }
         objects.append(object);
-        return index;
+        return quint64(objects.size()) - 1;
     }
 
     static QByteArray string(const QString &text)

@@ -48,12 +48,17 @@ public:
 
     /// Deepest nesting of arrays and dictionaries, in both formats, when reading and when writing.
     static constexpr int MaximumDepth = 256;
-    /**
-     * Most values one document may stand for, counting every value each time it is reached. A binary
-     * document may reference one object from many places, so a few hundred bytes could otherwise stand
-     * for more values than any memory holds.
-     */
+    /// Most values one document may hold, or one value may hold when written, counting every value
+    /// each time it is reached.
     static constexpr qint64 MaximumValueCount = 1 << 20;
+    /**
+     * A binary document may reference one object from many places, so a few hundred bytes could stand
+     * for a million values, and everyone who converts or prints them pays for a million. So a binary
+     * document may stand for at most as many values as it has bytes (never more for a document that
+     * shares only strings, numbers, data and dates, as this library writes them), or this many,
+     * whichever is more.
+     */
+    static constexpr qint64 SharedValueAllowance = 1 << 16;
 
     /**
      * \brief formatOfData: the format \a data is written in: binary when it begins with "bplist00", XML
