@@ -1,7 +1,7 @@
 // The binary property-list reader must reject any malformed or hostile document (cycles, offsets and
 // lengths past the end, huge counts, deep nesting) quickly and without crashing, and whatever it accepts
-// must survive a binary write and a second read unchanged, and convert to XML unless it holds a
-// character XML cannot carry.
+// must survive a binary write and a second read unchanged, and be writable as XML unless it holds a
+// character XML cannot carry. (Reading XML back is fuzz_propertylist's work.)
 
 #include "VTPropertyListBinary_p.h"
 #include "VeltoPropertyList.h"
@@ -23,8 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!again || VeltoPropertyList::write(*again, VeltoPropertyListBinaryFormat) != binary)
         std::abort();
     const QByteArray xml = VeltoPropertyList::write(*value, VeltoPropertyListXMLFormat, &error);
-    if (xml.isNull() ? !error.localizedDescription().contains(QLatin1StringView("XML cannot carry"))
-                     : !VeltoPropertyList::read(xml))
+    if (xml.isNull() && !error.localizedDescription().contains(QLatin1StringView("XML cannot carry")))
         std::abort();
     return 0;
 }
