@@ -87,7 +87,7 @@ public:
     QString problem;
 
 private:
-    // Where the walk is: a key, or an index when the key is null. Formatted only for the error.
+    // Where the walk is: an index into an array, or (index -1) a key. Formatted only for the error.
     struct Step
     {
         QString key;
@@ -112,7 +112,7 @@ private:
     {
         QString place = u"root"_s;
         for (const Step &step : std::as_const(path))
-            place += step.key.isNull() ? u"[%1]"_s.arg(step.index) : u"[\"%1\"]"_s.arg(step.key.left(40));
+            place += step.index >= 0 ? u"[%1]"_s.arg(step.index) : u"[\"%1\"]"_s.arg(step.key.left(40));
         problem = u"%1 %2"_s.arg(place, what);
         return false;
     }
