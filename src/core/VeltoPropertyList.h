@@ -56,9 +56,9 @@ public:
      * for a million values, and everyone who converts or prints them pays for a million. So a binary
      * document may stand for at most as many values as it has bytes (never more for a document that
      * shares only strings, numbers, data and dates, as this library writes them), or this many,
-     * whichever is more.
+     * whichever is more: a tiny hostile document then stands for no more than some 200 KB of XML.
      */
-    static constexpr qint64 SharedValueAllowance = 1 << 16;
+    static constexpr qint64 SharedValueAllowance = 1 << 12;
 
     /**
      * \brief formatOfData: the format \a data is written in: binary when it begins with "bplist00", XML
