@@ -1,7 +1,8 @@
-// The user-defaults reader must reject any malformed property list without crashing, and whatever it
-// accepts must survive a write and a second read unchanged.
+// The XML property-list reader must reject any malformed document without crashing, and whatever it
+// accepts must survive being written in both formats and read again unchanged.
 
 #include "VTPropertyListXml_p.h"
+#include "VeltoPropertyList.h"
 
 #include <cstdlib>
 
@@ -11,9 +12,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const std::optional<QVariant> value = VTPropertyListXml::read(input);
     if (!value)
         return 0;
-    const std::optional<QVariant> again = VTPropertyListXml::read(VTPropertyListXml::write(*value));
     // NaN never equals itself, so compare the written forms, which are canonical.
-    if (!again || VTPropertyListXml::write(*again) != VTPropertyListXml::write(*value))
+    const QByteArray binary = VeltoPropertyList::write(*value, VeltoPropertyListBinaryFormat);
+    const QByteArray xml = VeltoPropertyList::write(*value, VeltoPropertyListXMLFormat);
+    if (binary.isNull() || xml.isNull())
+        std::abort(); // everything the reader accepts must be writable
+    const std::optional<QVariant> fromXml = VeltoPropertyList::read(xml);
+    const std::optional<QVariant> fromBinary = VeltoPropertyList::read(binary);
+    if (!fromXml || !fromBinary || VeltoPropertyList::write(*fromXml, VeltoPropertyListXMLFormat) != xml
+        || VeltoPropertyList::write(*fromBinary, VeltoPropertyListBinaryFormat) != binary)
         std::abort();
     return 0;
 }

@@ -1,5 +1,8 @@
 #include "VTPropertyListXml_p.h"
 
+#include "VTPropertyListKind_p.h"
+#include "VeltoPropertyList.h"
+
 #include <QDateTime>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -12,18 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isWholeNumber(int typeId)
-{
-    switch (typeId) {
-    case QMetaType::Int: case QMetaType::UInt: case QMetaType::LongLong: case QMetaType::ULongLong:
-    case QMetaType::Short: case QMetaType::UShort: case QMetaType::Long: case QMetaType::ULong:
-    case QMetaType::Char: case QMetaType::SChar: case QMetaType::UChar:
-        return true;
-    default:
-        return false;
-    }
-}
-
 QString realText(double value)
 {
     if (std::isnan(value))
@@ -33,36 +24,65 @@ QString realText(double value)
     return QString::number(value, 'g', 17);
 }
 
+// Text with its carriage returns as character references: a bare one would read back as a line feed.
+void writeText(QXmlStreamWriter &xml, const QString &element, const QString &text)
+{
+    if (!text.contains(u'\r')) {
+        xml.writeTextElement(element, text);
+        return;
+    }
+    xml.writeStartElement(element);
+    const QStringList pieces = text.split(u'\r');
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        if (i > 0)
+            xml.writeEntityReference(u"#13"_s);
+        xml.writeCharacters(pieces.at(i));
+    }
+    xml.writeEndElement();
+}
+
 void writeValue(QXmlStreamWriter &xml, const QVariant &value)
 {
-    const int type = value.typeId();
-    if (type == QMetaType::Bool) {
+    switch (propertyListKind(value)) {
+    case VTPropertyListKind::Boolean:
         xml.writeEmptyElement(value.toBool() ? u"true"_s : u"false"_s);
-    } else if (type == QMetaType::ULongLong || type == QMetaType::ULong) {
+        break;
+    case VTPropertyListKind::UnsignedInteger:
         xml.writeTextElement(u"integer"_s, QString::number(value.toULongLong()));
-    } else if (isWholeNumber(type)) {
+        break;
+    case VTPropertyListKind::Integer:
         xml.writeTextElement(u"integer"_s, QString::number(value.toLongLong()));
-    } else if (type == QMetaType::Double || type == QMetaType::Float) {
+        break;
+    case VTPropertyListKind::Real:
         xml.writeTextElement(u"real"_s, realText(value.toDouble()));
-    } else if (type == QMetaType::QString) {
-        xml.writeTextElement(u"string"_s, value.toString());
-    } else if (type == QMetaType::QByteArray) {
+        break;
+    case VTPropertyListKind::String:
+        writeText(xml, u"string"_s, value.toString());
+        break;
+    case VTPropertyListKind::Data:
         xml.writeTextElement(u"data"_s, QString::fromLatin1(value.toByteArray().toBase64()));
-    } else if (type == QMetaType::QDateTime) {
+        break;
+    case VTPropertyListKind::Date:
         xml.writeTextElement(u"date"_s, value.toDateTime().toUTC().toString(Qt::ISODateWithMs));
-    } else if (type == QMetaType::QVariantList || type == QMetaType::QStringList) {
+        break;
+    case VTPropertyListKind::Array:
         xml.writeStartElement(u"array"_s);
         for (const QVariant &element : value.toList())
             writeValue(xml, element);
         xml.writeEndElement();
-    } else {
+        break;
+    case VTPropertyListKind::Dictionary: {
         xml.writeStartElement(u"dict"_s);
         const QVariantMap map = value.toMap();
         for (auto it = map.begin(); it != map.end(); ++it) {
-            xml.writeTextElement(u"key"_s, it.key());
+            writeText(xml, u"key"_s, it.key());
             writeValue(xml, it.value());
         }
         xml.writeEndElement();
+        break;
+    }
+    case VTPropertyListKind::None:
+        Q_UNREACHABLE();
     }
 }
 
@@ -95,6 +115,7 @@ public:
 
 private:
     QXmlStreamReader xml;
+    qint64 valueCount = 0;
 
     std::nullopt_t fail(const QString &message)
     {
@@ -129,8 +150,10 @@ private:
     // Reads the element the reader stands on.
     std::optional<QVariant> value(int depth)
     {
-        if (depth > VTPropertyListXml::MaximumDepth)
-            return fail(u"nesting deeper than %1 levels"_s.arg(VTPropertyListXml::MaximumDepth));
+        if (depth > VeltoPropertyList::MaximumDepth)
+            return fail(u"nesting deeper than %1 levels"_s.arg(VeltoPropertyList::MaximumDepth));
+        if (++valueCount > VeltoPropertyList::MaximumValueCount)
+            return fail(u"the property list holds more than %1 values"_s.arg(VeltoPropertyList::MaximumValueCount));
         const auto name = xml.name();
         if (name == u"dict")
             return dictionary(depth);
@@ -171,8 +194,8 @@ private:
             });
         if (name == u"date")
             return scalar([](const QString &s) -> std::optional<QVariant> {
-                const QDateTime date = QDateTime::fromString(s.trimmed(), Qt::ISODateWithMs);
-                return date.isValid() ? std::optional<QVariant>(date) : std::nullopt;
+                const QDateTime date = QDateTime::fromString(s.trimmed(), Qt::ISODateWithMs).toUTC();
+                return VTPropertyListDates::isStorable(date) ? std::optional<QVariant>(date) : std::nullopt;
             });
         if (name == u"data")
             return scalar([](const QString &s) -> std::optional<QVariant> {
@@ -222,6 +245,8 @@ private:
                 return std::nullopt;
             if (!nextElement())
                 return fail(u"<key>%1</key> has no value"_s.arg(key->left(40)));
+            if (map.contains(*key))
+                return fail(u"the key \"%1\" appears twice"_s.arg(key->left(40)));
             std::optional<QVariant> element = value(depth + 1);
             if (!element)
                 return std::nullopt;
@@ -235,55 +260,6 @@ private:
 
 } // namespace
 
-bool VTPropertyListXml::isPropertyListValue(const QVariant &value)
-{
-    const int type = value.typeId();
-    if (type == QMetaType::Bool || isWholeNumber(type) || type == QMetaType::Double || type == QMetaType::Float
-        || type == QMetaType::QString || type == QMetaType::QByteArray || type == QMetaType::QStringList)
-        return true;
-    if (type == QMetaType::QDateTime)
-        return value.toDateTime().isValid();
-    if (type == QMetaType::QVariantList) {
-        const QVariantList list = value.toList();
-        return std::all_of(list.begin(), list.end(), isPropertyListValue);
-    }
-    if (type == QMetaType::QVariantMap || type == QMetaType::QVariantHash) {
-        const QVariantMap map = value.toMap();
-        return std::all_of(map.begin(), map.end(), isPropertyListValue);
-    }
-    return false;
-}
-
-QVariant VTPropertyListXml::normalized(const QVariant &value)
-{
-    if (!isPropertyListValue(value))
-        return {};
-    const int type = value.typeId();
-    if (type == QMetaType::ULongLong || type == QMetaType::ULong) {
-        const quint64 number = value.toULongLong();
-        return number > quint64(std::numeric_limits<qint64>::max()) ? QVariant(number) : QVariant(qint64(number));
-    }
-    if (isWholeNumber(type))
-        return QVariant(value.toLongLong());
-    if (type == QMetaType::Float)
-        return QVariant(value.toDouble());
-    if (type == QMetaType::QDateTime)
-        return QVariant(value.toDateTime().toUTC());
-    if (type == QMetaType::QVariantList || type == QMetaType::QStringList) {
-        QVariantList list;
-        for (const QVariant &element : value.toList())
-            list.append(normalized(element));
-        return list;
-    }
-    if (type == QMetaType::QVariantMap || type == QMetaType::QVariantHash) {
-        QVariantMap map = value.toMap();
-        for (QVariant &element : map)
-            element = normalized(element);
-        return map;
-    }
-    return value;
-}
-
 QByteArray VTPropertyListXml::write(const QVariant &root)
 {
     QByteArray out;
@@ -293,7 +269,7 @@ QByteArray VTPropertyListXml::write(const QVariant &root)
     xml.writeStartDocument();
     xml.writeStartElement(u"plist"_s);
     xml.writeAttribute(u"version"_s, u"1.0"_s);
-    writeValue(xml, isPropertyListValue(root) ? root : QVariant(QVariantList()));
+    writeValue(xml, root);
     xml.writeEndElement();
     xml.writeEndDocument();
     return out;

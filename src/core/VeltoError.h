@@ -57,10 +57,21 @@ enum VeltoCoreErrorCode : qint64 {
 /// Codes of the general domain that VeltoCore tests for.
 enum VeltoCocoaErrorCode : qint64 {
     VeltoCocoaErrorFileNoSuchFile = 4,
+    VeltoCocoaErrorFileReadUnknown = 256,
     VeltoCocoaErrorFileReadNoPermission = 257,
+    VeltoCocoaErrorFileReadCorruptFile = 259,
     VeltoCocoaErrorFileReadNoSuchFile = 260,
+    VeltoCocoaErrorFileReadUnsupportedScheme = 262,
+    VeltoCocoaErrorFileReadTooLarge = 263,
+    VeltoCocoaErrorFileWriteUnknown = 512,
     VeltoCocoaErrorFileWriteNoPermission = 513,
+    VeltoCocoaErrorFileWriteFileExists = 516,
+    VeltoCocoaErrorFileWriteUnsupportedScheme = 518,
+    VeltoCocoaErrorFileWriteOutOfSpace = 640,
+    VeltoCocoaErrorFileWriteVolumeReadOnly = 642,
     VeltoCocoaErrorUserCancelled = 3072,
+    VeltoCocoaErrorPropertyListReadCorrupt = 3840,
+    VeltoCocoaErrorPropertyListWriteInvalid = 3852,
 };
 
 /**

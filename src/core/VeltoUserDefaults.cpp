@@ -1,8 +1,8 @@
 #include "VeltoUserDefaults.h"
 
-#include "VTPropertyListXml_p.h"
 #include "VeltoCoreLogging_p.h"
 #include "VeltoLogSink.h"
+#include "VeltoPropertyList.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -23,11 +23,11 @@ bool readPlist(QIODevice &device, QSettings::SettingsMap &map)
     const QByteArray data = device.readAll();
     if (data.trimmed().isEmpty())
         return true;
-    QString message;
-    const std::optional<QVariant> root = VTPropertyListXml::read(data, &message);
+    VeltoError error;
+    const std::optional<QVariant> root = VeltoPropertyList::read(data, nullptr, &error);
     if (!root || root->typeId() != QMetaType::QVariantMap) {
         qCWarning(lcVeltoDefaults, "VeltoUserDefaults: unreadable store: %s",
-                  qUtf8Printable(root ? u"the top level is not a dictionary"_s : message));
+                  qUtf8Printable(root ? u"the top level is not a dictionary"_s : error.localizedDescription()));
         return false;
     }
     const QVariantMap values = root->toMap();
@@ -41,7 +41,14 @@ bool writePlist(QIODevice &device, const QSettings::SettingsMap &map)
     QVariantMap values;
     for (auto it = map.begin(); it != map.end(); ++it)
         values.insert(it.key(), it.value());
-    return device.write(VTPropertyListXml::write(values)) >= 0;
+    // A store that cannot be written whole is not written at all: the file on disk stays as it was.
+    VeltoError error;
+    const QByteArray document = VeltoPropertyList::write(values, VeltoPropertyListXMLFormat, &error);
+    if (document.isNull()) {
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults: store not written: %s", qUtf8Printable(error.localizedDescription()));
+        return false;
+    }
+    return device.write(document) >= 0;
 }
 
 QSettings::Format plistFormat()
@@ -49,9 +56,6 @@ QSettings::Format plistFormat()
     static const QSettings::Format format = QSettings::registerFormat(u"plist"_s, readPlist, writePlist);
     return format;
 }
-
-// The general domain's "unknown write error" (512), for failures that are not a refused permission.
-constexpr qint64 FileWriteUnknownCode = 512;
 
 struct StandardStore
 {
@@ -120,7 +124,7 @@ public:
         if (error)
             *error = VeltoError::errorWithDomain(VeltoCocoaErrorDomain,
                                                  permission ? VeltoCocoaErrorFileWriteNoPermission
-                                                            : FileWriteUnknownCode,
+                                                            : VeltoCocoaErrorFileWriteUnknown,
                                                  text);
         return false;
     }
@@ -186,13 +190,22 @@ bool VeltoUserDefaults::setObject(const QVariant &value, const QString &key, Vel
     if (!value.isValid())
         return removeObjectForKey(key, error);
     // Stored as it will read back after a relaunch, so a value's type never depends on that.
-    const QVariant normalized = VTPropertyListXml::normalized(value);
+    const QVariant normalized = VeltoPropertyList::normalized(value);
     if (!normalized.isValid()) {
         const QString text = u"a %1 is not a property-list value; \"%2\" unchanged"_s.arg(
             QLatin1StringView(value.typeName()), key);
         qCWarning(lcVeltoDefaults, "VeltoUserDefaults::setObject: %s", qUtf8Printable(text));
         if (error)
             *error = VeltoError::errorWithDomain(VeltoCoreErrorDomain, VeltoCoreErrorPlistType, text);
+        return false;
+    }
+    // The store is XML: a value it cannot carry (a control character in a string, say) is refused here,
+    // where the caller can be told, rather than failing every later save.
+    if (VeltoError refusal; VeltoPropertyList::write(normalized, VeltoPropertyListXMLFormat, &refusal).isNull()) {
+        qCWarning(lcVeltoDefaults, "VeltoUserDefaults::setObject: \"%s\" unchanged: %s", qUtf8Printable(key),
+                  qUtf8Printable(refusal.localizedDescription()));
+        if (error)
+            *error = refusal;
         return false;
     }
     QMutexLocker locker(&d->mutex);

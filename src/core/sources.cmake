@@ -21,6 +21,7 @@ velto_sources(core
     VeltoTask.h
     VeltoUserDefaults.h
     VeltoWindowController.h
+    VeltoPropertyList.h
     Object+VeltoCoreCast.h
     Object+VeltoDispatch.h
     VeltoPatchableRoutine.h
@@ -48,8 +49,12 @@ velto_sources(core
     VTTextDecoding.cpp
     VeltoUserDefaults.cpp
     VeltoWindowController.cpp
+    VeltoPropertyList.cpp
+    VTPropertyListKind_p.h
     VTPropertyListXml_p.h
     VTPropertyListXml.cpp
+    VTPropertyListBinary_p.h
+    VTPropertyListBinary.cpp
     Variant+VeltoCore.cpp
     Object+VeltoDispatch.cpp
     VTInvocation_p.h

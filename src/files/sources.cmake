@@ -1,5 +1,6 @@
 # Files of src/files in the VeltoCore library: the file watcher (inotify, one thread per queue, changes
-# carried to the main thread).
+# carried to the main thread), typed property-list access, dictionary additions, copy-on-write records
+# and type identifiers.
 velto_layer(files LIBRARY VeltoCore DEPENDS secure)
 velto_sources(files
   PUBLIC_HEADERS
@@ -15,4 +16,21 @@ velto_sources(files
     VTInotifyWatchTable_p.h
     VTInotifyWatchTable.cpp
     VTWatchedFileInfo_p.h
+)
+# Typed property-list access, dictionary additions, copy-on-write records and type identifiers.
+velto_sources(files
+  PUBLIC_HEADERS
+    VariantMap+VeltoCorePlist.h
+    VariantMap+VeltoAdditions.h
+    VeltoMutationState.h
+    VeltoUTI.h
+  SOURCES
+    VariantMap+VeltoCorePlist.cpp
+    VariantMap+VeltoAdditions.cpp
+    VeltoMutationState.cpp
+    VTFileAccess_p.h
+    VTFileAccess.cpp
+    VeltoUTI.cpp
+    VTTypeIdentifierTable_p.h
+    VTTypeIdentifierTable.cpp
 )

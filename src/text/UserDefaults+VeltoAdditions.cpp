@@ -6,29 +6,6 @@
 
 namespace velto {
 
-namespace {
-
-// A stored value as a number (qint64 or double QVariant), the way the platform reads one: text is read
-// in the C locale as a whole number if it is one, else as a real number.
-QVariant numberOf(const QVariant &value)
-{
-    if (value.typeId() == QMetaType::Bool)
-        return QVariant(qint64(value.toBool() ? 1 : 0));
-    if (VTNumberConversion::isNumber(value))
-        return value;
-    if (value.typeId() == QMetaType::QString) {
-        const QString text = value.toString().trimmed();
-        bool ok = false;
-        if (const qint64 whole = QLocale::c().toLongLong(text, &ok); ok)
-            return QVariant(whole);
-        if (const double real = QLocale::c().toDouble(text, &ok); ok)
-            return QVariant(real);
-    }
-    return QVariant(qint64(0));
-}
-
-} // namespace
-
 QVariant objectForKey(const VeltoUserDefaults &defaults, const QString &key, const QVariant &defaultValue)
 {
     const QVariant value = defaults.objectForKey(key);
@@ -44,13 +21,13 @@ bool boolForKey(const VeltoUserDefaults &defaults, const QString &key, bool defa
 qint64 integerForKey(const VeltoUserDefaults &defaults, const QString &key, qint64 defaultValue)
 {
     const QVariant value = defaults.objectForKey(key);
-    return value.isValid() ? VTNumberConversion::integerValue(numberOf(value)) : defaultValue;
+    return value.isValid() ? VTNumberConversion::integerValue(VTNumberConversion::numberValue(value)) : defaultValue;
 }
 
 float floatForKey(const VeltoUserDefaults &defaults, const QString &key, float defaultValue)
 {
     const QVariant value = defaults.objectForKey(key);
-    return value.isValid() ? float(VTNumberConversion::doubleValue(numberOf(value))) : defaultValue;
+    return value.isValid() ? float(VTNumberConversion::doubleValue(VTNumberConversion::numberValue(value))) : defaultValue;
 }
 
 QDateTime dateForKeyVelto(const VeltoUserDefaults &defaults, const QString &key)

@@ -4,6 +4,7 @@
 // undefined out of range (truncated toward zero, saturated at the type's limits, NaN as 0). The
 // formatters, mutable numbers and tick counts share them.
 
+#include <QLocale>
 #include <QVariant>
 
 #include <cmath>
@@ -88,6 +89,28 @@ namespace VTNumberConversion {
 [[nodiscard]] inline double doubleValue(const QVariant &v) noexcept
 {
     return isNumber(v) ? v.toDouble() : 0.0;
+}
+
+/**
+ * numberValue: a stored value as a number (qint64 or double), the way the platform reads one from a
+ * number or text: a bool is 1 or 0, a number is itself, text is read in the C locale after trimming as a
+ * whole number if it is one, else as a real number; anything else is 0.
+ */
+[[nodiscard]] inline QVariant numberValue(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return QVariant(qint64(value.toBool() ? 1 : 0));
+    if (isNumber(value))
+        return value;
+    if (value.typeId() == QMetaType::QString) {
+        const QString text = value.toString().trimmed();
+        bool ok = false;
+        if (const qint64 whole = QLocale::c().toLongLong(text, &ok); ok)
+            return QVariant(whole);
+        if (const double real = QLocale::c().toDouble(text, &ok); ok)
+            return QVariant(real);
+    }
+    return QVariant(qint64(0));
 }
 
 } // namespace VTNumberConversion

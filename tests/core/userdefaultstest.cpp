@@ -167,7 +167,7 @@ private slots:
             QVERIFY(out.open(QIODevice::WriteOnly));
             out.write(garbage);
             out.close();
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"unreadable store: invalid <integer> value"_s));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"unreadable store: The property list cannot be read: invalid <integer> value"_s));
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^\\*\\*\\* user defaults file .* moved aside to "_s));
             VeltoUserDefaults defaults(file);
             QVERIFY(defaults.dictionaryRepresentation().isEmpty());
