@@ -45,3 +45,9 @@ velto_sources(core
     VTInvocation_p.h
     VTInvocation.cpp
 )
+# Diagnostics: assertion records, the exception handler, zombie objects.
+velto_sources(core
+  SOURCES
+    VTSymbols_p.h
+    VTSymbols.cpp
+)
