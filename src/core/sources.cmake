@@ -47,7 +47,10 @@ velto_sources(core
 )
 # Diagnostics: assertion records, the exception handler, zombie objects.
 velto_sources(core
+  PUBLIC_HEADERS
+    VeltoAssertionInfo.h
   SOURCES
+    VeltoAssertionInfo.cpp
     VTSymbols_p.h
     VTSymbols.cpp
 )
