@@ -13,8 +13,9 @@
 #include "veltocoregui_export.h"
 
 /**
- * \brief VeltoMessageBoxPresenter: a VeltoAlertPresenter that opens a warning QMessageBox, window-modal
- * over the active window when there is one, without blocking the caller. Needs a QApplication.
+ * \brief VeltoMessageBoxPresenter: a VeltoAlertPresenter that opens a warning QMessageBox: errors
+ * window-modal over the active window without blocking the caller, alerts application-modal until the
+ * user answers. Needs a QApplication.
  */
 class VELTOCOREGUI_EXPORT VeltoMessageBoxPresenter : public VeltoAlertPresenter
 {
@@ -23,6 +24,12 @@ public:
 
     /// Opens a message box whose text is the error's descriptionForUserVelto(); it deletes itself when closed.
     void presentError(const VeltoError &error) override;
+
+    /**
+     * Runs an application-modal warning QMessageBox with the alert's texts and buttons, the first one the
+     * default; a button titled "Cancel" is also the one Escape chooses.
+     */
+    [[nodiscard]] int runModalAlert(const Alert &alert) override;
 
     /// installAsPresenter: installs a new VeltoMessageBoxPresenter as the process's presenter.
     static void installAsPresenter();
