@@ -49,8 +49,13 @@ velto_sources(core
 velto_sources(core
   PUBLIC_HEADERS
     VeltoAssertionInfo.h
+    VeltoExceptionHandler.h
+    VeltoExceptionReportingApplication.h
+    Exception+VeltoExceptionHandler.h
   SOURCES
     VeltoAssertionInfo.cpp
+    VeltoExceptionHandler.cpp
+    Exception+VeltoExceptionHandler.cpp
     VTSymbols_p.h
     VTSymbols.cpp
 )
