@@ -52,10 +52,16 @@ velto_sources(core
     VeltoExceptionHandler.h
     VeltoExceptionReportingApplication.h
     Exception+VeltoExceptionHandler.h
+    VeltoObjectDealloc.h
+    VeltoZombie.h
   SOURCES
     VeltoAssertionInfo.cpp
     VeltoExceptionHandler.cpp
     Exception+VeltoExceptionHandler.cpp
+    VeltoObjectDealloc.cpp
+    VeltoZombie.cpp
+    VTZombieClass_p.h
+    VTZombieClass.cpp
     VTSymbols_p.h
     VTSymbols.cpp
 )
