@@ -24,6 +24,9 @@
 #include <QCoreApplication>
 
 #include <exception>
+#if defined(__GLIBCXX__)
+#include <cxxabi.h>
+#endif
 
 /// VeltoExceptionReportingApplication: \a Application (QCoreApplication, QGuiApplication or QApplication) with notify() reporting.
 template<typename Application>
@@ -37,6 +40,10 @@ public:
     {
         try {
             return Application::notify(receiver, event);
+#if defined(__GLIBCXX__)
+        } catch (abi::__forced_unwind &) {
+            throw; // a cancelled thread (QThread::terminate()) must go on unwinding
+#endif
         } catch (...) {
             if (!VeltoExceptionHandler::instance()->reportTopLevelException(std::current_exception()))
                 throw;
