@@ -58,9 +58,17 @@ Q_NEVER_INLINE QList<quintptr> VTSymbols::returnAddresses()
 {
     void *frames[MaximumFrames];
     const int count = backtrace(frames, MaximumFrames);
+    // Start at the caller: its frame is the one whose return address this call returns to. Counting
+    // frames instead would go wrong where backtrace() itself adds one (AddressSanitizer intercepts it).
+    const void *caller = __builtin_return_address(0);
+    int first = 0;
+    while (first < count && frames[first] != caller)
+        ++first;
+    if (first == count)
+        first = 1;
     QList<quintptr> addresses;
-    addresses.reserve(count);
-    for (int i = 1; i < count; ++i) // frame 0 is this function
+    addresses.reserve(count - first);
+    for (int i = first; i < count; ++i)
         addresses.append(reinterpret_cast<quintptr>(frames[i]));
     return addresses;
 }

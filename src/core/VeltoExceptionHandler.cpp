@@ -175,7 +175,9 @@ bool VeltoExceptionHandler::reportExceptionHandingOff(const VeltoException &exce
 
 bool VeltoExceptionHandler::reportTopLevelException(std::exception_ptr exception)
 {
-    if (!enabled())
+    // A foreign exception has no exception_ptr: above all a thread's cancellation (QThread::terminate()),
+    // which must go on unwinding its thread; dropped, it would end the process.
+    if (!exception || !enabled())
         return false;
     reportException(asVeltoException(exception));
     return true;

@@ -96,7 +96,8 @@ public:
 
     /**
      * reportTopLevelException: reports \a exception, which escaped the delivery of an event, when the handler
-     * is enabled. \return whether the caller should drop it (true when enabled); the notify() hook of
+     * is enabled. \return whether the caller should drop it: true when enabled, false for a null
+     * \a exception (a foreign one, such as a thread's cancellation); the notify() hook of
      * VeltoExceptionReportingApplication lets it pass on otherwise.
      */
     [[nodiscard]] bool reportTopLevelException(std::exception_ptr exception);

@@ -24,9 +24,6 @@
 #include <QCoreApplication>
 
 #include <exception>
-#if defined(__GLIBCXX__)
-#include <cxxabi.h>
-#endif
 
 /// VeltoExceptionReportingApplication: \a Application (QCoreApplication, QGuiApplication or QApplication) with notify() reporting.
 template<typename Application>
@@ -40,10 +37,6 @@ public:
     {
         try {
             return Application::notify(receiver, event);
-#if defined(__GLIBCXX__)
-        } catch (abi::__forced_unwind &) {
-            throw; // a cancelled thread (QThread::terminate()) must go on unwinding
-#endif
         } catch (...) {
             if (!VeltoExceptionHandler::instance()->reportTopLevelException(std::current_exception()))
                 throw;
