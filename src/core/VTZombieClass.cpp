@@ -4,7 +4,6 @@
 #include "VeltoZombie.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <cxxabi.h>
 
@@ -41,9 +40,9 @@ Registry &registry()
 
 [[noreturn]] void zombieCalled(void *first, void *second, std::size_t slot)
 {
-    // The receiver comes first, unless the function returns a large value: then the caller's result
-    // buffer comes first and the receiver second. Both are readable memory; only a zombie's first word
-    // is a zombie table.
+    // The receiver comes first, unless the function returns a large value on x86-64: then the caller's
+    // result buffer comes first and the receiver second. Both are readable memory; only a zombie's first
+    // word is a zombie table.
     void *receiver = VTZombieClass::ofVirtualTable(*static_cast<void **>(first)) ? first : second;
     const VTZombieClass &zombieClass = VTZombieClass::ofZombie(receiver);
     static_cast<const VeltoZombie *>(receiver)->warnAboutUsingZombieSelector(zombieClass.methodNameForSlot(slot));

@@ -1,13 +1,11 @@
 #include "VeltoError.h"
 
-#include "VTSymbols_p.h"
 #include "VeltoException.h"
 
 #include <QHashFunctions>
 
 #include <cerrno>
 #include <cstring>
-#include <typeinfo>
 
 using namespace Qt::StringLiterals;
 
@@ -54,10 +52,7 @@ VeltoError VeltoError::errorWithException(const VeltoException &exception)
 
 VeltoError VeltoError::errorWithException(const std::exception &exception)
 {
-    if (const auto *velto = dynamic_cast<const VeltoException *>(&exception))
-        return errorWithException(*velto);
-    const QString name = VTSymbols::typeName(typeid(exception));
-    return errorWithException(VeltoException(name, QString::fromUtf8(exception.what())));
+    return errorWithException(VeltoException::fromException(exception));
 }
 
 VeltoError VeltoError::unknownErrorVelto()

@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 
 #include <cstring>
+#include <typeinfo>
 
 using namespace Qt::StringLiterals;
 
@@ -55,6 +56,13 @@ VeltoException &VeltoException::operator=(const VeltoException &other)
     if (this != &other)
         *d = *other.d;
     return *this;
+}
+
+VeltoException VeltoException::fromException(const std::exception &exception)
+{
+    if (const auto *velto = dynamic_cast<const VeltoException *>(&exception))
+        return *velto;
+    return VeltoException(VTSymbols::typeName(typeid(exception)), QString::fromUtf8(exception.what()));
 }
 
 QString VeltoException::name() const

@@ -39,15 +39,13 @@ const QSet<QString> &ignoredExceptionNames()
 }
 
 // Reads an exception of any type as a VeltoException: our own as it is, a std::exception by its type's
-// name and what(), anything else by its type's name alone. Only the first keeps the stack of its throw.
+// name and what(), anything else by its type's name alone. Only our own keeps the stack of its throw.
 VeltoException asVeltoException(std::exception_ptr exception)
 {
     try {
         std::rethrow_exception(exception);
-    } catch (const VeltoException &velto) {
-        return velto;
     } catch (const std::exception &other) {
-        return VeltoException(VTSymbols::typeName(typeid(other)), QString::fromUtf8(other.what()));
+        return VeltoException::fromException(other);
     } catch (...) {
         const std::type_info *type = abi::__cxa_current_exception_type();
         return VeltoException(type ? VTSymbols::typeName(*type) : u"unknown exception"_s, QString());
@@ -136,10 +134,7 @@ void VeltoExceptionHandler::reportException(const VeltoException &exception)
 
 void VeltoExceptionHandler::reportException(const std::exception &exception)
 {
-    if (const auto *velto = dynamic_cast<const VeltoException *>(&exception))
-        reportException(*velto);
-    else
-        reportException(VeltoException(VTSymbols::typeName(typeid(exception)), QString::fromUtf8(exception.what())));
+    reportException(VeltoException::fromException(exception));
 }
 
 bool VeltoExceptionHandler::reportExceptionHandingOff(const VeltoException &exception)
