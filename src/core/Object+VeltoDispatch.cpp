@@ -56,13 +56,19 @@ qint64 wordIfEightBytes(const std::optional<RawResult> &result)
 
 namespace velto {
 
+// A zombie answers calls by name itself (VeltoZombie); calls that reach VTInvocation are trapped there.
+
 bool respondsToSelectorVelto(const QObject *object, const char *selector)
 {
+    if (const VeltoZombie *zombie = VeltoZombie::zombieForObject(object))
+        return zombie->respondsToSelector(selector);
     return object && VTInvocation::methodIndex(object->metaObject(), selector) >= 0;
 }
 
 int parameterCountForSelectorVelto(const QObject *object, const char *selector)
 {
+    if (const VeltoZombie *zombie = VeltoZombie::zombieForObject(object))
+        return zombie->methodSignatureForSelector(selector);
     const int index = object ? VTInvocation::methodIndex(object->metaObject(), selector) : -1;
     return index < 0 ? -1 : object->metaObject()->method(index).parameterCount();
 }
@@ -72,6 +78,8 @@ QVariant performSelectorIfResponds(QObject *object, const char *selector, const 
 {
     if (!object)
         return {};
+    if (const VeltoZombie *zombie = VeltoZombie::zombieForObject(object))
+        return zombie->performSelector(selector);
     VTInvocation invocation(selector, {&first, &second, &third});
     if (!invocation.bindToClassOf(object))
         return {};

@@ -4,6 +4,8 @@
 // resolves the method once (through the per-class cache) and converts the arguments to its parameter
 // types once, so a run of receivers of the same class only pays for the call itself.
 
+#include "VeltoZombie.h"
+
 #include <QByteArray>
 #include <QMetaMethod>
 #include <QObject>
@@ -63,9 +65,12 @@ public:
 
     /// bindToClassOf: prepares the call for \a target's class (kept when the class is the same as last
     /// time), asking and updating \a lastMethod when given (see VTMethod::resolve); false when that class
-    /// does not implement the selector or needs more than three arguments.
+    /// does not implement the selector or needs more than three arguments. A zombie target throws
+    /// "VeltoZombieAccessed" naming the selector.
     [[nodiscard]] bool bindToClassOf(const QObject *target, const VTMethod **lastMethod = nullptr)
     {
+        if (const VeltoZombie *zombie = VeltoZombie::zombieForObject(target))
+            zombie->warnAboutUsingZombieSelector(QString::fromUtf8(m_selector));
         const QMetaObject *metaObject = target->metaObject();
         if (metaObject == m_boundClass)
             return m_method->callable;

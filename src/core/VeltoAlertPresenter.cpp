@@ -9,9 +9,21 @@ namespace {
 std::mutex presenterMutex;
 std::shared_ptr<VeltoAlertPresenter> presenter;
 
+int logAlert(const VeltoAlertPresenter::Alert &alert)
+{
+    VeltoLogSink::warn(alert.informativeText.isEmpty() ? alert.messageText
+                                                       : alert.messageText + u'\n' + alert.informativeText);
+    return VeltoAlertPresenter::NoResponse;
+}
+
 } // namespace
 
 VeltoAlertPresenter::~VeltoAlertPresenter() = default;
+
+int VeltoAlertPresenter::runModalAlert(const Alert &alert)
+{
+    return logAlert(alert);
+}
 
 void VeltoAlertPresenter::install(std::shared_ptr<VeltoAlertPresenter> newPresenter)
 {
@@ -31,4 +43,11 @@ void VeltoAlertPresenter::show(const VeltoError &error)
         current->presentError(error);
     else
         VeltoLogSink::warn(error.descriptionForUserVelto());
+}
+
+int VeltoAlertPresenter::runModal(const Alert &alert)
+{
+    if (const auto current = installed())
+        return current->runModalAlert(alert);
+    return logAlert(alert);
 }

@@ -6,9 +6,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <cxxabi.h>
-#include <memory>
-#include <typeinfo>
 
 using namespace Qt::StringLiterals;
 
@@ -55,14 +52,7 @@ VeltoError VeltoError::errorWithException(const VeltoException &exception)
 
 VeltoError VeltoError::errorWithException(const std::exception &exception)
 {
-    if (const auto *velto = dynamic_cast<const VeltoException *>(&exception))
-        return errorWithException(*velto);
-    const char *mangled = typeid(exception).name();
-    int status = 0;
-    std::unique_ptr<char, void (*)(void *)> demangled(abi::__cxa_demangle(mangled, nullptr, nullptr, &status),
-                                                     std::free);
-    const QString name = QString::fromUtf8(status == 0 && demangled ? demangled.get() : mangled);
-    return errorWithException(VeltoException(name, QString::fromUtf8(exception.what())));
+    return errorWithException(VeltoException::fromException(exception));
 }
 
 VeltoError VeltoError::unknownErrorVelto()

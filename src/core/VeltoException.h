@@ -43,6 +43,12 @@ public:
     VeltoException(const VeltoException &other);
     VeltoException &operator=(const VeltoException &other);
 
+    /**
+     * fromException: \a exception as a VeltoException: a copy when it is one; otherwise one named after its
+     * demangled type ("std::runtime_error") with what() as the reason and the call stack of this call.
+     */
+    [[nodiscard]] static VeltoException fromException(const std::exception &exception);
+
     /// name: the exception's name, for example "NSRangeException".
     [[nodiscard]] QString name() const;
     /// reason: the formatted reason text.

@@ -60,3 +60,23 @@ velto_sources(core
     VTInvocation_p.h
     VTInvocation.cpp
 )
+# Diagnostics: assertion records, the exception handler, zombie objects.
+velto_sources(core
+  PUBLIC_HEADERS
+    VeltoAssertionInfo.h
+    VeltoExceptionHandler.h
+    VeltoExceptionReportingApplication.h
+    Exception+VeltoExceptionHandler.h
+    VeltoObjectDealloc.h
+    VeltoZombie.h
+  SOURCES
+    VeltoAssertionInfo.cpp
+    VeltoExceptionHandler.cpp
+    Exception+VeltoExceptionHandler.cpp
+    VeltoObjectDealloc.cpp
+    VeltoZombie.cpp
+    VTZombieClass_p.h
+    VTZombieClass.cpp
+    VTSymbols_p.h
+    VTSymbols.cpp
+)

@@ -12,12 +12,14 @@
  */
 
 #include "VeltoKVORegistration.h"
+#include "VeltoObjectDealloc.h"
 
 #include <QList>
 
 class VELTOCORE_EXPORT VeltoKVOHelper : public QObject
 {
     Q_OBJECT
+    VELTO_OBJECT_DEALLOC(VeltoKVOHelper)
 
 public:
     /**

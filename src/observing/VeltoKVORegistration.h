@@ -11,6 +11,7 @@
  * VeltoKVOHelper and the functions of Object+VeltoKVOHelper.h.
  */
 
+#include "VeltoObjectDealloc.h"
 #include "veltocore_export.h"
 
 #include <QObject>
@@ -42,6 +43,7 @@ class VeltoKVOHelper;
 class VELTOCORE_EXPORT VeltoKVORegistration : public QObject
 {
     Q_OBJECT
+    VELTO_OBJECT_DEALLOC(VeltoKVORegistration)
 
 public:
     enum NotifyType : quint32 { NotifyNone = 0, NotifySelector = 1, NotifyBlock = 2 };

@@ -15,6 +15,7 @@
  * \endcode
  */
 
+#include "VeltoObjectDealloc.h"
 #include "veltocore_export.h"
 
 #include <QObject>
@@ -24,6 +25,7 @@
 class VELTOCORE_EXPORT VeltoWeakTargetTimer : public QObject
 {
     Q_OBJECT
+    VELTO_OBJECT_DEALLOC(VeltoWeakTargetTimer)
 
 public:
     /// newScheduledTimerWithTimeInterval: a new timer, already started, owned by the caller.

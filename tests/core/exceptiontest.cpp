@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 // Exported from the test executable so that the captured stack can name it.
@@ -18,6 +20,7 @@ class ExceptionTest : public QObject
 private slots:
     void nameReasonWhatAndCopies();
     void callStackNamesTheThrowingFunction();
+    void fromExceptionKeepsOursAndNamesOthersByType();
 };
 
 void ExceptionTest::nameReasonWhatAndCopies()
@@ -52,6 +55,19 @@ void ExceptionTest::callStackNamesTheThrowingFunction()
         QVERIFY(frames.at(1).contains(u"callStackNamesTheThrowingFunction"_s));
         QVERIFY(frames.first().startsWith(u"0   "_s));
     }
+}
+
+void ExceptionTest::fromExceptionKeepsOursAndNamesOthersByType()
+{
+    const VeltoException ours(VeltoRangeException, u"index 2 beyond bounds"_s);
+    const VeltoException kept = VeltoException::fromException(ours);
+    QCOMPARE(kept.description(), ours.description());
+    QCOMPARE(kept.callStackReturnAddresses(), ours.callStackReturnAddresses());
+
+    const VeltoException converted = VeltoException::fromException(std::out_of_range("vector::at"));
+    QCOMPARE(converted.name(), u"std::out_of_range"_s);
+    QCOMPARE(converted.reason(), u"vector::at"_s);
+    QVERIFY(converted.callStackSymbols().join(u'\n').contains(u"fromExceptionKeepsOursAndNamesOthersByType"_s));
 }
 
 QTEST_GUILESS_MAIN(ExceptionTest)

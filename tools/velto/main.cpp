@@ -5,6 +5,7 @@
 #include "Commands.h"
 #include "Manual.h"
 
+#include "VeltoExceptionReportingApplication.h"
 #include "veltocore_version.h"
 
 #include <QCoreApplication>
@@ -53,7 +54,7 @@ int help(const QStringList &arguments, QTextStream &out, QTextStream &err)
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    VeltoExceptionReportingApplication<QCoreApplication> app(argc, argv);
     QCoreApplication::setApplicationName(u"velto"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELTOCORE_VERSION_STRING));
     QTextStream out(stdout);
