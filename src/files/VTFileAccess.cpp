@@ -1,6 +1,7 @@
 #include "VTFileAccess_p.h"
 
-#include "VeltoSystemInfo.h"
+#include "VeltoFileManager.h"
+
 
 #include <QDir>
 #include <QFile>
@@ -59,18 +60,6 @@ mode_t currentUmask()
 
 } // namespace
 
-QString VTFileAccess::displayPath(const QString &path)
-{
-    const QString home = QDir::cleanPath(VeltoSystem_RealHomeFolder());
-    if (home.isEmpty() || home == u"/"_s)
-        return path;
-    if (path == home)
-        return u"~"_s;
-    if (path.startsWith(home + u'/'))
-        return u"~"_s + path.mid(home.size());
-    return path;
-}
-
 VeltoError VTFileAccess::fileError(int errnoValue, const QString &path, bool writing)
 {
     qint64 code = writing ? VeltoCocoaErrorFileWriteUnknown : VeltoCocoaErrorFileReadUnknown;
@@ -98,7 +87,7 @@ VeltoError VTFileAccess::fileError(int errnoValue, const QString &path, bool wri
     }
     const QString text = writing ? u"The file “%1” could not be saved: %2."_s : u"The file “%1” could not be read: %2."_s;
     return VeltoError(VeltoCocoaErrorDomain, code,
-                      {{VeltoLocalizedDescriptionKey, text.arg(displayPath(path), QString::fromLocal8Bit(std::strerror(errnoValue)))},
+                      {{VeltoLocalizedDescriptionKey, text.arg(VeltoFileManager::pathByAbbreviatingRealHomeWithTilde(path), QString::fromLocal8Bit(std::strerror(errnoValue)))},
                        {VeltoFilePathErrorKey, path},
                        {VeltoUnderlyingErrorKey, QVariant::fromValue(VeltoError::posixError(errnoValue))}});
 }

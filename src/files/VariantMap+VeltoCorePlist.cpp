@@ -1,6 +1,7 @@
 #include "VariantMap+VeltoCorePlist.h"
 
 #include "VTFileAccess_p.h"
+#include "VeltoFileManager.h"
 #include "VTNumberConversion_p.h"
 #include "Variant+VeltoCore.h"
 #include "VeltoPropertyList.h"
@@ -127,7 +128,7 @@ std::optional<QVariantMap> dictionaryWithPlistLoadedFromURL(const QUrl &url, Vel
     if (root->typeId() != QMetaType::QVariantMap) {
         if (error)
             *error = VeltoError::errorWithDomain(VeltoCocoaErrorDomain, VeltoCocoaErrorFileReadCorruptFile,
-                                                 u"Expected dictionary in plist file at %1"_s.arg(VTFileAccess::displayPath(path)));
+                                                 u"Expected dictionary in plist file at %1"_s.arg(VeltoFileManager::pathByAbbreviatingRealHomeWithTilde(path)));
         return std::nullopt;
     }
     return root->toMap();
