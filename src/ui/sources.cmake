@@ -39,3 +39,13 @@ velto_sources(ui
     VTRoundedRectRegionBuilder_p.h
     VTRoundedRectRegionBuilder.cpp
 )
+# Tables, views and constraints, the accessibility dispatch and text fields that send only changes.
+velto_sources(ui
+  PUBLIC_HEADERS
+    VeltoTableColumn.h
+    TableView+VeltoAdditions.h
+    VeltoTableView.h
+  SOURCES
+    TableView+VeltoAdditions.cpp
+    VeltoTableView.cpp
+)
