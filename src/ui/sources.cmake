@@ -45,7 +45,14 @@ velto_sources(ui
     VeltoTableColumn.h
     TableView+VeltoAdditions.h
     VeltoTableView.h
+    VeltoLayoutConstraint.h
+    Widget+VeltoAdditions.h
+    VeltoAutosizingView.h
+    VeltoAutosizingWidthView.h
   SOURCES
     TableView+VeltoAdditions.cpp
     VeltoTableView.cpp
+    VeltoLayoutConstraint.cpp
+    Widget+VeltoAdditions.cpp
+    VeltoAutosizingView.cpp
 )
