@@ -49,10 +49,19 @@ velto_sources(ui
     Widget+VeltoAdditions.h
     VeltoAutosizingView.h
     VeltoAutosizingWidthView.h
+    VeltoAccessibilityAttributeInfo.h
+    VeltoAccessibilityClassInfo.h
+    Object+VeltoAccessibility.h
   SOURCES
     TableView+VeltoAdditions.cpp
     VeltoTableView.cpp
     VeltoLayoutConstraint.cpp
     Widget+VeltoAdditions.cpp
     VeltoAutosizingView.cpp
+    VTAccessibilityTables_p.h
+    VeltoAccessibilityAttributeInfo.cpp
+    VeltoAccessibilityClassInfo.cpp
+    Object+VeltoAccessibility.cpp
+    VTAccessibleWidget_p.h
+    VTAccessibleWidget.cpp
 )
