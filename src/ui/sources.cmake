@@ -52,6 +52,8 @@ velto_sources(ui
     VeltoAccessibilityAttributeInfo.h
     VeltoAccessibilityClassInfo.h
     Object+VeltoAccessibility.h
+    LineEdit+VeltoActionFiltering.h
+    ComboBox+VeltoActionFiltering.h
   SOURCES
     TableView+VeltoAdditions.cpp
     VeltoTableView.cpp
@@ -64,4 +66,10 @@ velto_sources(ui
     Object+VeltoAccessibility.cpp
     VTAccessibleWidget_p.h
     VTAccessibleWidget.cpp
+    LineEdit+VeltoActionFiltering.cpp
+    ComboBox+VeltoActionFiltering.cpp
+    VTTextFieldWatcher_p.h
+    VTTextFieldWatcher.cpp
+    VTFieldActionSender_p.h
+    VTFieldActionSender.cpp
 )
