@@ -73,25 +73,19 @@ private slots:
 
 void AccessibilityTest::theAttributeTableInItsOrder()
 {
-    QStringList names, getters, setters;
-    VTAccessibilityAttributesVisitAll([&](const QString &name, const QByteArray &getter, const QByteArray &setter) {
-        names << name;
-        getters << QString::fromLatin1(getter);
-        setters << QString::fromLatin1(setter);
-    });
+    QStringList names;
+    VTAccessibilityAttributesVisitAll([&](const QString &name, const QByteArray &, const QByteArray &) { names << name; });
     QCOMPARE(names, (QStringList{u"AXRole"_s, u"AXRoleDescription"_s, u"AXSubrole"_s, u"AXValue"_s, u"AXTitle"_s,
                                  u"AXDescription"_s, u"AXParent"_s, u"AXChildren"_s, u"AXPosition"_s, u"AXSize"_s,
                                  u"AXIndex"_s, u"AXRows"_s, u"AXVisibleRows"_s, u"AXSelectedRows"_s, u"AXColumns"_s,
                                  u"AXVisibleColumns"_s, u"AXSelectedColumns"_s, u"AXSortDirection"_s, u"AXDisclosing"_s,
                                  u"AXDisclosedRows"_s, u"AXDisclosedByRow"_s, u"AXDisclosureLevel"_s}));
-    QCOMPARE(getters.first(), u"veltoAccessibilityValue_role"_s);
-    QCOMPARE(setters.first(), u"veltoAccessibilityValue_setRole"_s);
-    QCOMPARE(setters.last(), u"veltoAccessibilityValue_setDisclosureLevel"_s);
+    const auto *role = VeltoAccessibilityAttributeInfo::infoForAttribute(u"AXRole"_s);
+    QCOMPARE(role->veltoGetter() + ' ' + role->veltoSetter(), QByteArray("veltoAccessibilityValue_role veltoAccessibilityValue_setRole"));
     const auto *byRow = VeltoAccessibilityAttributeInfo::infoForAttribute(u"AXDisclosedByRow"_s);
-    QVERIFY(byRow);
-    QCOMPARE(byRow->veltoGetter(), "veltoAccessibilityValue_disclosedByRow");
+    QCOMPARE(byRow->veltoGetter() + ' ' + byRow->veltoSetter(),
+             QByteArray("veltoAccessibilityValue_disclosedByRow veltoAccessibilityValue_setDisclosedByRow"));
     QCOMPARE(VeltoAccessibilityAttributeInfo::infoForAttribute(u"AXFocused"_s), nullptr);
-    QCOMPARE(VeltoAccessibilityAttributeInfo::infoForAttribute(u"AXTitle"_s), VeltoAccessibilityAttributeInfo::infoForAttribute(u"AXTitle"_s));
 }
 
 void AccessibilityTest::classInfoIsWorkedOutOncePerClass()
@@ -102,7 +96,6 @@ void AccessibilityTest::classInfoIsWorkedOutOncePerClass()
              (QStringList{u"AXParent"_s, u"AXRoleDescription"_s, u"AXTitle"_s}));
     const VeltoAccessibilityClassInfo &info = velto::veltoAccessibilityInfo(&TitleOnly::staticMetaObject);
     QCOMPARE(info.implementedAccessibilityAttributes(), (QSet<QString>{u"AXRoleDescription"_s, u"AXTitle"_s}));
-    QCOMPARE(sorted(*velto::veltoAccessibilityImpl_cachedAttributeNames(&titled)), sorted(*info.allAccessibilityAttributes()));
     bool settable = true;
     QVERIFY(velto::veltoAccessibilityImpl_getIsSettable(&titled, &settable, u"AXTitle"_s));
     QVERIFY(!settable); // no setter
@@ -143,7 +136,6 @@ void AccessibilityTest::gettersAndSettersByName()
     QVERIFY(velto::veltoAccessibilityImpl_setValue(&gauge, u"Characters"_s, u"AXTitle"_s));
     QCOMPARE(gauge.title, u"Characters"_s);
     QVERIFY(!velto::veltoAccessibilityImpl_setValue(&gauge, 1, u"AXRole"_s));
-    QVERIFY(!velto::veltoAccessibilityImpl_setValue(&gauge, 1, u"AXFocused"_s));
     QVERIFY(!velto::veltoAccessibilityImpl_setValue(nullptr, 1, u"AXTitle"_s));
 }
 
@@ -172,7 +164,6 @@ void AccessibilityTest::qtAsksThroughTheDispatch()
     QAccessibleInterface *child = accessible->child(0);
     QVERIFY(child && child->object() == part);
     QCOMPARE(child->text(QAccessible::Name), u"Only a title"_s);
-    QCOMPARE(child->role(), QAccessible::Client); // not answered: QAccessibleWidget's
     QCOMPARE(accessible->indexOfChild(child), 0);
     QCOMPARE(child->parent()->object(), &window);
 

@@ -223,9 +223,8 @@ void TableViewTest::delegateHooks()
     delegate.menu.close();
 
     plants.table.setDragDropMode(QAbstractItemView::DragDrop);
-    QMimeData data;
-    data.setData(plants.model.mimeTypes().constFirst(), plants.model.mimeData({plants.model.index(0, 0)})->data(plants.model.mimeTypes().constFirst()));
-    QDragEnterEvent enter(plants.rowCenter(1), Qt::CopyAction, &data, Qt::LeftButton, {});
+    const std::unique_ptr<QMimeData> data(plants.model.mimeData({plants.model.index(0, 0)}));
+    QDragEnterEvent enter(plants.rowCenter(1), Qt::CopyAction, data.get(), Qt::LeftButton, {});
     QApplication::sendEvent(plants.table.viewport(), &enter);
     QVERIFY(enter.isAccepted()); // the table answered after the delegate saw it unanswered
     QDragLeaveEvent leave;
@@ -290,7 +289,6 @@ void TableViewTest::plainTextExport()
     plants.table.selectionModel()->select(plants.model.index(0, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QCOMPARE(velto::selectedRowContentAsPlainText(&plants.table),
              u"Name\t\tKind\tSize\nApple\tk-Apple\nCherry\tk-Cherry\t2.5\n"_s);
-    QCOMPARE(velto::selectedRowContentAsPlainText(nullptr), QString());
 }
 
 void TableViewTest::singleRowSelectionAndEnabling()
