@@ -16,8 +16,11 @@
  * | `bool tableViewRequestsDeleteSelectedRows(VeltoTableView *)` | Delete or Backspace: true repaints, false beeps |
  * | `void tableViewDraggingEntered(VeltoTableView *, QDragEnterEvent *)` | a drag enters, before the table answers it |
  * | `void tableViewDraggingExited(VeltoTableView *, QDragLeaveEvent *)` | a drag leaves, after the table |
- * | `QPixmap tableViewRequestsDragImageForRowsWithIndexes(VeltoTableView *, QList<int> rows, QStringList columns)` | a drag of rows starts: a non-null pixmap replaces Qt's; asked only of a delegate that also has tableViewMenuForEvent |
+ * | `QPixmap tableViewRequestsDragImageForRowsWithIndexes(VeltoTableView *, QList<int> rows, QStringList columns)` | rows are dragged: a pixmap replaces Qt's (see below) |
  * | `QMenu *tableViewMenuForEvent(VeltoTableView *, QContextMenuEvent *)` | a context menu is asked for: a menu returned is shown |
+ *
+ * The drag image is asked for (with the dragged rows and the identifiers of the visible columns) only
+ * when the delegate also has tableViewMenuForEvent, whatever it answers there.
  *
  * Row text for type-to-select is the model's display text of the cell when it is a string, else the
  * "text" property of the cell's index widget, else none.

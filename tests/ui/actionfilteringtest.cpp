@@ -62,94 +62,90 @@ class ActionFilteringTest : public QObject
     Q_OBJECT
 
 private slots:
-    void lineEditSendsOnlyChanges_data();
-    void lineEditSendsOnlyChanges();
-    void comboBoxPicks();
-};
+    void lineEditSendsOnlyChanges_data()
+    {
+        QTest::addColumn<bool>("filtered");
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<int>("actions");
 
-void ActionFilteringTest::lineEditSendsOnlyChanges_data()
-{
-    QTest::addColumn<bool>("filtered");
-    QTest::addColumn<QStringList>("steps");
-    QTest::addColumn<int>("actions");
-
-    QTest::newRow("in and out") << true << QStringList{u"focus"_s, u"leave"_s} << 0;
-    QTest::newRow("in, typing, out") << true << QStringList{u"focus"_s, u"type"_s, u"leave"_s} << 1;
-    QTest::newRow("text set by the program") << true << QStringList{u"focus"_s, u"set"_s, u"leave"_s} << 0;
-    QTest::newRow("Return twice") << true << QStringList{u"focus"_s, u"return"_s, u"return"_s} << 1;
-    QTest::newRow("Return, typing, Return") << true << QStringList{u"focus"_s, u"return"_s, u"type"_s, u"return"_s} << 2;
-    QTest::newRow("typing, Return, out") << true << QStringList{u"focus"_s, u"type"_s, u"return"_s, u"leave"_s} << 2;
-    QTest::newRow("each editing starts afresh") << true
-                                                << QStringList{u"focus"_s, u"type"_s, u"leave"_s, u"focus"_s, u"leave"_s} << 1;
-    QTest::newRow("unfiltered: in and out") << false << QStringList{u"focus"_s, u"leave"_s} << 1;
-    QTest::newRow("unfiltered: Return twice") << false << QStringList{u"focus"_s, u"return"_s, u"return"_s} << 2;
-}
-
-void ActionFilteringTest::lineEditSendsOnlyChanges()
-{
-    QFETCH(bool, filtered);
-    QFETCH(QStringList, steps);
-    QFETCH(int, actions);
-    Form form;
-    if (filtered) {
-        velto::disableSendActionWhenTextValueNotChanged(form.field);
-        velto::disableSendActionWhenTextValueNotChanged(form.field); // once is enough
+        QTest::newRow("in and out") << true << QStringList{u"focus"_s, u"leave"_s} << 0;
+        QTest::newRow("in, typing, out") << true << QStringList{u"focus"_s, u"type"_s, u"leave"_s} << 1;
+        QTest::newRow("text set by the program") << true << QStringList{u"focus"_s, u"set"_s, u"leave"_s} << 0;
+        QTest::newRow("Return twice") << true << QStringList{u"focus"_s, u"return"_s, u"return"_s} << 1;
+        QTest::newRow("Return, typing, Return") << true << QStringList{u"focus"_s, u"return"_s, u"type"_s, u"return"_s} << 2;
+        QTest::newRow("typing, Return, out") << true << QStringList{u"focus"_s, u"type"_s, u"return"_s, u"leave"_s} << 2;
+        QTest::newRow("each editing starts afresh") << true
+                                                    << QStringList{u"focus"_s, u"type"_s, u"leave"_s, u"focus"_s, u"leave"_s} << 1;
+        QTest::newRow("unfiltered: in and out") << false << QStringList{u"focus"_s, u"leave"_s} << 1;
+        QTest::newRow("unfiltered: Return twice") << false << QStringList{u"focus"_s, u"return"_s, u"return"_s} << 2;
     }
-    for (const QString &step : steps) {
-        if (step == u"focus") {
-            QTest::mouseClick(form.field, Qt::LeftButton);
-            QVERIFY(form.field->hasFocus());
-            QCOMPARE(velto::hasChangedTextSinceUserStartedLastEdit(form.field), !filtered);
-        } else if (step == u"leave") {
-            QTest::mouseClick(form.elsewhere, Qt::LeftButton);
-            QVERIFY(!form.field->hasFocus());
-        } else if (step == u"type") {
-            QTest::keyClicks(form.field, u"a"_s);
-            QVERIFY(velto::hasChangedTextSinceUserStartedLastEdit(form.field));
-        } else if (step == u"set") {
-            form.field->setText(u"set by the program"_s);
-        } else {
-            QTest::keyClick(form.field, Qt::Key_Return);
+
+    void lineEditSendsOnlyChanges()
+    {
+        QFETCH(bool, filtered);
+        QFETCH(QStringList, steps);
+        QFETCH(int, actions);
+        Form form;
+        if (filtered) {
+            velto::disableSendActionWhenTextValueNotChanged(form.field);
+            velto::disableSendActionWhenTextValueNotChanged(form.field); // once is enough
         }
+        for (const QString &step : steps) {
+            if (step == u"focus") {
+                QTest::mouseClick(form.field, Qt::LeftButton);
+                QVERIFY(form.field->hasFocus());
+                QCOMPARE(velto::hasChangedTextSinceUserStartedLastEdit(form.field), !filtered);
+            } else if (step == u"leave") {
+                QTest::mouseClick(form.elsewhere, Qt::LeftButton);
+                QVERIFY(!form.field->hasFocus());
+            } else if (step == u"type") {
+                QTest::keyClicks(form.field, u"a"_s);
+                QVERIFY(velto::hasChangedTextSinceUserStartedLastEdit(form.field));
+            } else if (step == u"set") {
+                form.field->setText(u"set by the program"_s);
+            } else {
+                QTest::keyClick(form.field, Qt::Key_Return);
+            }
+        }
+        QCOMPARE(form.fieldActions, actions);
     }
-    QCOMPARE(form.fieldActions, actions);
-}
 
-void ActionFilteringTest::comboBoxPicks()
-{
-    Form form;
-    velto::disableSendActionWhenTextValueNotChanged(form.combo);
-    form.combo->setFocus(Qt::TabFocusReason);
-    form.pick(2);
-    QCOMPARE(form.combo->currentIndex(), 2);
-    QCOMPARE(form.comboActions, 1);
-    form.elsewhere->setFocus(Qt::TabFocusReason); // nothing typed: no action for leaving
-    form.combo->setFocus(Qt::TabFocusReason);
-    form.pick(2); // the item it had when editing began
-    QCOMPARE(form.comboActions, 1);
-    QTest::keyClick(form.combo, Qt::Key_Up);
-    QCOMPARE(form.combo->currentIndex(), 1);
-    QCOMPARE(form.comboActions, 2);
+    void comboBoxPicks()
+    {
+        Form form;
+        velto::disableSendActionWhenTextValueNotChanged(form.combo);
+        form.combo->setFocus(Qt::TabFocusReason);
+        form.pick(2);
+        QCOMPARE(form.combo->currentIndex(), 2);
+        QCOMPARE(form.comboActions, 1);
+        form.elsewhere->setFocus(Qt::TabFocusReason); // nothing typed: no action for leaving
+        form.combo->setFocus(Qt::TabFocusReason);
+        form.pick(2); // the item it had when editing began
+        QCOMPARE(form.comboActions, 1);
+        QTest::keyClick(form.combo, Qt::Key_Up);
+        QCOMPARE(form.combo->currentIndex(), 1);
+        QCOMPARE(form.comboActions, 2);
 
-    // A class of combo box may let a pick of the same item through.
-    Form repicking(new RepickingComboBox);
-    velto::disableSendActionWhenTextValueNotChanged(repicking.combo);
-    repicking.combo->setFocus(Qt::TabFocusReason);
-    repicking.pick(0);
-    QCOMPARE(repicking.comboActions, 1);
-    QVERIFY(!velto::shouldIgnoreActionForUnchangedPopUpSelectionVelto(repicking.combo));
-    QVERIFY(velto::shouldIgnoreActionForUnchangedPopUpSelectionVelto(form.combo));
+        // A class of combo box may let a pick of the same item through.
+        Form repicking(new RepickingComboBox);
+        velto::disableSendActionWhenTextValueNotChanged(repicking.combo);
+        repicking.combo->setFocus(Qt::TabFocusReason);
+        repicking.pick(0);
+        QCOMPARE(repicking.comboActions, 1);
+        QVERIFY(!velto::shouldIgnoreActionForUnchangedPopUpSelectionVelto(repicking.combo));
+        QVERIFY(velto::shouldIgnoreActionForUnchangedPopUpSelectionVelto(form.combo));
 
-    // An editable combo box follows the text-field rule for what the user types.
-    Form typed;
-    typed.combo->setEditable(true);
-    velto::disableSendActionWhenTextValueNotChanged(typed.combo);
-    typed.combo->setFocus(Qt::TabFocusReason);
-    QTest::keyClicks(typed.combo->lineEdit(), u"Huge"_s);
-    QVERIFY(velto::hasChangedTextSinceUserStartedLastEdit(typed.combo));
-    typed.elsewhere->setFocus(Qt::TabFocusReason);
-    QCOMPARE(typed.comboActions, 1);
-}
+        // An editable combo box follows the text-field rule for what the user types.
+        Form typed;
+        typed.combo->setEditable(true);
+        velto::disableSendActionWhenTextValueNotChanged(typed.combo);
+        typed.combo->setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(typed.combo->lineEdit(), u"Huge"_s);
+        QVERIFY(velto::hasChangedTextSinceUserStartedLastEdit(typed.combo));
+        typed.elsewhere->setFocus(Qt::TabFocusReason);
+        QCOMPARE(typed.comboActions, 1);
+    }
+};
 
 QTEST_MAIN(ActionFilteringTest)
 #include "actionfilteringtest.moc"
