@@ -189,7 +189,6 @@ private slots:
         QCOMPARE(velto::imageWithCachedDisplayInRectVelto(child, {0, 0, 30, 20}).size(), QSize(30, 20)); // not on screen
         window.show();
         QCOMPARE(velto::visibleContentRectVelto(child), VeltoRect(0, 0, 40, 30)); // clipped by the window
-        QCOMPARE(velto::imageWithCachedDisplayInRectVelto(child, {10, 10, 30, 20}).size(), QSize(30, 20));
         child->hide();
         QCOMPARE(velto::visibleContentRectVelto(child), VeltoRect());
         QCOMPARE(velto::visibleContentRectVelto(nullptr), VeltoRect());
