@@ -14,8 +14,7 @@ void disableSendActionWhenTextValueNotChanged(QComboBox *comboBox)
 
 bool hasChangedTextSinceUserStartedLastEdit(const QComboBox *comboBox)
 {
-    const VTTextFieldWatcher *watcher = VTTextFieldWatcher::watcherForField(comboBox);
-    return !watcher || watcher->hasUserChangedTextSinceLastEditStarted();
+    return VTTextFieldWatcher::hasChangedText(comboBox);
 }
 
 bool shouldIgnoreActionForUnchangedPopUpSelectionVelto(QComboBox *comboBox)

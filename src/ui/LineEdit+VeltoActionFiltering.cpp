@@ -13,8 +13,7 @@ void disableSendActionWhenTextValueNotChanged(QLineEdit *field)
 
 bool hasChangedTextSinceUserStartedLastEdit(const QLineEdit *field)
 {
-    const VTTextFieldWatcher *watcher = VTTextFieldWatcher::watcherForField(field);
-    return !watcher || watcher->hasUserChangedTextSinceLastEditStarted();
+    return VTTextFieldWatcher::hasChangedText(field);
 }
 
 QMetaObject::Connection connectActionVelto(QLineEdit *field, const QObject *context, std::function<void()> action)

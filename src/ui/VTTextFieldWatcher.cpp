@@ -29,6 +29,12 @@ VTTextFieldWatcher *VTTextFieldWatcher::watcherForField(const QWidget *field)
     return static_cast<VTTextFieldWatcher *>(velto::associatedObjectForKey(field, &watcherKey));
 }
 
+bool VTTextFieldWatcher::hasChangedText(const QWidget *field)
+{
+    const VTTextFieldWatcher *watcher = watcherForField(field);
+    return !watcher || watcher->m_changed;
+}
+
 VTTextFieldWatcher::VTTextFieldWatcher(QWidget *field) : m_field(field)
 {
     field->installEventFilter(this);

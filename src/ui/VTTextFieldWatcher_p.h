@@ -26,6 +26,8 @@ public:
     static VTTextFieldWatcher *install(QWidget *field);
     /// watcherForField: the watcher of \a field; null when it has none.
     [[nodiscard]] static VTTextFieldWatcher *watcherForField(const QWidget *field);
+    /// hasChangedText: whether the user changed \a field's text since editing began; true for a field without a watcher.
+    [[nodiscard]] static bool hasChangedText(const QWidget *field);
 
     [[nodiscard]] bool hasUserChangedTextSinceLastEditStarted() const { return m_changed; }
     [[nodiscard]] bool hasSentActionForEnterKey() const { return m_sentForEnter; }
