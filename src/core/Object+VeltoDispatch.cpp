@@ -62,7 +62,12 @@ bool respondsToSelectorVelto(const QObject *object, const char *selector)
 {
     if (const VeltoZombie *zombie = VeltoZombie::zombieForObject(object))
         return zombie->respondsToSelector(selector);
-    return object && VTInvocation::methodIndex(object->metaObject(), selector) >= 0;
+    return object && instancesRespondToSelectorVelto(object->metaObject(), selector);
+}
+
+bool instancesRespondToSelectorVelto(const QMetaObject *metaObject, const char *selector)
+{
+    return VTInvocation::methodIndex(metaObject, selector) >= 0;
 }
 
 int parameterCountForSelectorVelto(const QObject *object, const char *selector)
@@ -84,7 +89,13 @@ QVariant performSelectorIfResponds(QObject *object, const char *selector, const 
     if (!invocation.bindToClassOf(object))
         return {};
     const QMetaType returnType = invocation.method().returnMetaType();
-    QVariant result = returnType.isValid() && returnType.id() != QMetaType::Void ? QVariant(returnType) : QVariant();
+    QVariant result;
+    if (returnType == QMetaType::fromType<QVariant>()) { // the method's own QVariant, not one wrapped in another
+        invocation.invoke(object, &result);
+        return result;
+    }
+    if (returnType.isValid() && returnType.id() != QMetaType::Void)
+        result = QVariant(returnType);
     invocation.invoke(object, result.isValid() ? result.data() : nullptr);
     return result;
 }

@@ -30,13 +30,21 @@ namespace velto {
 /// respondsToSelectorVelto: whether \a object has a method named \a selector; false for null arguments.
 [[nodiscard]] VELTOCORE_EXPORT bool respondsToSelectorVelto(const QObject *object, const char *selector);
 
+/**
+ * instancesRespondToSelectorVelto: whether objects of the class \a metaObject describes have a method named
+ * \a selector (the class test behind respondsToSelectorVelto(), for callers that decide once per class);
+ * false for null arguments.
+ */
+[[nodiscard]] VELTOCORE_EXPORT bool instancesRespondToSelectorVelto(const QMetaObject *metaObject, const char *selector);
+
 /// parameterCountForSelectorVelto: the parameter count of the method that a call by \a selector uses; -1 when none.
 [[nodiscard]] VELTOCORE_EXPORT int parameterCountForSelectorVelto(const QObject *object, const char *selector);
 
 /**
  * performSelectorIfResponds: calls \a selector with up to three object arguments (extra arguments beyond the
  * method's parameters are dropped, missing ones arrive as null) only when \a object implements it.
- * \return the method's result as a QVariant; invalid for a method returning nothing or not implemented.
+ * \return the method's result as a QVariant (a method returning QVariant gives its own); invalid for a method
+ * returning nothing or not implemented.
  */
 VELTOCORE_EXPORT QVariant performSelectorIfResponds(QObject *object, const char *selector,
                                                     const QVariant &first = {}, const QVariant &second = {},

@@ -39,3 +39,37 @@ velto_sources(ui
     VTRoundedRectRegionBuilder_p.h
     VTRoundedRectRegionBuilder.cpp
 )
+# Tables, views and constraints, the accessibility dispatch and text fields that send only changes.
+velto_sources(ui
+  PUBLIC_HEADERS
+    VeltoTableColumn.h
+    TableView+VeltoAdditions.h
+    VeltoTableView.h
+    VeltoLayoutConstraint.h
+    Widget+VeltoAdditions.h
+    VeltoAutosizingView.h
+    VeltoAutosizingWidthView.h
+    VeltoAccessibilityAttributeInfo.h
+    VeltoAccessibilityClassInfo.h
+    Object+VeltoAccessibility.h
+    LineEdit+VeltoActionFiltering.h
+    ComboBox+VeltoActionFiltering.h
+  SOURCES
+    TableView+VeltoAdditions.cpp
+    VeltoTableView.cpp
+    VeltoLayoutConstraint.cpp
+    Widget+VeltoAdditions.cpp
+    VeltoAutosizingView.cpp
+    VTAccessibilityTables_p.h
+    VeltoAccessibilityAttributeInfo.cpp
+    VeltoAccessibilityClassInfo.cpp
+    Object+VeltoAccessibility.cpp
+    VTAccessibleWidget_p.h
+    VTAccessibleWidget.cpp
+    LineEdit+VeltoActionFiltering.cpp
+    ComboBox+VeltoActionFiltering.cpp
+    VTTextFieldWatcher_p.h
+    VTTextFieldWatcher.cpp
+    VTFieldActionSender_p.h
+    VTFieldActionSender.cpp
+)

@@ -27,6 +27,7 @@ public slots:
         calls << u"take %1 %2 %3"_s.arg(a ? a->objectName() : u"null"_s, b.toString(), c);
     }
     QObject *self() { return this; }
+    QVariant echo(const QVariant &value) { return value; }
     int twoFiftySix() { return 256; }
     int one() { return 1; }
     qint64 word(qint64 value) { return value * 2; }
@@ -86,6 +87,9 @@ private slots:
         const QVariant result = velto::performSelectorIfResponds(&receiver, "self");
         QCOMPARE(result.value<QObject *>(), &receiver);
         QVERIFY(!velto::performSelectorIfResponds(&receiver, "ping").isValid()); // void gives no result
+        QCOMPARE(velto::performSelectorIfResponds(&receiver, "echo", 7), QVariant(7)); // not wrapped in another
+        QVERIFY(velto::instancesRespondToSelectorVelto(&DerivedReceiver::staticMetaObject, "echo"));
+        QVERIFY(!velto::instancesRespondToSelectorVelto(&QObject::staticMetaObject, "echo"));
     }
 
     void scalarResultRules_data()
