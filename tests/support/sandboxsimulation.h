@@ -8,7 +8,6 @@
 #include "VeltoLinuxBookmarkPlatform.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <functional>
 #include <mutex>
@@ -16,14 +15,7 @@
 class SandboxSimulation : public VeltoLinuxBookmarkPlatform
 {
 public:
-    struct Counts
-    {
-        int starts = 0; ///< start calls, granted or refused
-        int stops = 0;  ///< stop calls
-        int open = 0;   ///< granted starts not stopped yet
-    };
-
-    /// install: a new simulation, installed for the calling test until the next one.
+    /// install: a new simulation, installed until the next install().
     static std::shared_ptr<SandboxSimulation> install(bool sandboxed = true)
     {
         auto simulation = std::make_shared<SandboxSimulation>();
@@ -39,10 +31,12 @@ public:
         m_refused.insert(path, std::move(onRefusal));
     }
 
-    Counts counts(const QString &path) const
+    /// calls: "<starts> started, <stops> stopped, <grants not stopped yet> open" for \a path.
+    QString calls(const QString &path) const
     {
         std::lock_guard lock(m_mutex);
-        return m_counts.value(path);
+        const Counts counts = m_counts.value(path);
+        return QStringLiteral("%1 started, %2 stopped, %3 open").arg(counts.starts).arg(counts.stops).arg(counts.open);
     }
 
     /// openGrants: granted starts, over every path, that were not stopped.
@@ -59,18 +53,14 @@ public:
 
     bool startAccessingSecurityScopedResource(const QUrl &url) override
     {
-        std::function<void()> onRefusal;
-        {
-            std::lock_guard lock(m_mutex);
-            Counts &counts = m_counts[url.toLocalFile()];
-            ++counts.starts;
-            const auto refusal = m_refused.constFind(url.toLocalFile());
-            if (refusal == m_refused.cend()) {
-                ++counts.open;
-                return true;
-            }
-            onRefusal = *refusal;
-        }
+        std::unique_lock lock(m_mutex);
+        Counts &counts = m_counts[url.toLocalFile()];
+        ++counts.starts;
+        const auto refusal = m_refused.constFind(url.toLocalFile());
+        if (refusal == m_refused.cend())
+            return ++counts.open > 0;
+        const std::function<void()> onRefusal = *refusal;
+        lock.unlock();
         if (onRefusal)
             onRefusal();
         return false;
@@ -81,11 +71,16 @@ public:
         std::lock_guard lock(m_mutex);
         Counts &counts = m_counts[url.toLocalFile()];
         ++counts.stops;
-        if (counts.open > 0)
-            --counts.open;
+        counts.open -= counts.open > 0;
     }
 
 private:
+    struct Counts
+    {
+        int starts = 0;
+        int stops = 0;
+        int open = 0; // granted starts not stopped yet
+    };
     mutable std::mutex m_mutex;
     bool m_sandboxed = true;
     QHash<QString, std::function<void()>> m_refused;
