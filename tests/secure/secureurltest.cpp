@@ -128,17 +128,19 @@ private slots:
         fileURL->stopAccessing();
         QCOMPARE(sandbox->calls(a), u"2 started, 1 stopped, 0 open"_s);
         // Refused and gone by the time the sandbox answered: denied, and the placeholder still takes a stop.
-        sandbox->refuse(b, [this] { QFile::remove(b); });
-        const auto denied = capture(b);
+        // Through a folder's bookmark, the text names the folder too.
+        sandbox->refuse(inner, [this] { QDir(inner).removeRecursively(); });
+        const auto denied = VeltoSecureURL::initUsingParentFolderSecureURL(capture(inner), file(b));
         VeltoError error;
         QVERIFY(denied->startAccessingWithFlags({}, &error).isEmpty());
         QVERIFY(error.isErrorDomainVelto(VeltoPOSIXErrorDomain, 1));
-        QCOMPARE(error.localizedDescription(), u"The Mac system sandbox denied secureurltest access to the file:\n\n"_s + b);
+        QCOMPARE(error.localizedDescription(), u"The Mac system sandbox denied secureurltest access to the file:\n\n%1\n\n"
+                                               "Authorization attempted using bookmark data for:\n%2"_s.arg(b, inner));
         QCOMPARE(denied->lastResolutionSuccessful(), -1);
         QCOMPARE(denied->openCount(), 1);
         denied->stopAccessing();
         QCOMPARE(denied->openCount(), 0);
-        QCOMPARE(sandbox->calls(b), u"1 started, 0 stopped, 0 open"_s);
+        QCOMPARE(sandbox->calls(inner), u"1 started, 0 stopped, 0 open"_s);
     }
 
     void matchingPrefersTheInnermostPlace()
