@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype MagicSize = 4;
-constexpr qsizetype ChecksumSize = 2;
 
 template <typename Integer>
 void appendBigEndian(QByteArray &bytes, Integer value)
