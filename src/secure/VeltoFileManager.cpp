@@ -227,6 +227,16 @@ QUrl VeltoFileManager::applicationSupportSubfolderURLWithName(const QString &nam
     return folderURL(folder);
 }
 
+bool VeltoFileManager::createDirectoryAtURL(const QUrl &url, VeltoError *error)
+{
+    const VeltoError failure = url.isLocalFile() ? makeFolders(url.toLocalFile())
+                                                 : VeltoError(VeltoCocoaErrorDomain, VeltoCocoaErrorFileWriteUnsupportedScheme);
+    if (failure.isNull())
+        return true;
+    fail(error, failure);
+    return false;
+}
+
 bool VeltoFileManager::isFolderEffectivelyEmptyVeltoAtURL(const QUrl &url)
 {
     if (!velto::isFileDirectoryVelto(url))

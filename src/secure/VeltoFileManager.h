@@ -89,6 +89,12 @@ public:
     [[nodiscard]] static QUrl applicationSupportSubfolderURLWithName(const QString &name, bool create,
                                                                     VeltoError *error = nullptr);
     /**
+     * createDirectoryAtURL: makes the folder of \a url with the folders above it; true when it exists
+     * afterwards (also when it existed before). False with the POSIX error (NSFilePath the path) when it
+     * cannot be made, and with the general domain's 518 for a URL that is not a file URL.
+     */
+    [[nodiscard]] static bool createDirectoryAtURL(const QUrl &url, VeltoError *error = nullptr);
+    /**
      * isFolderEffectivelyEmptyVeltoAtURL: true for a folder whose listing is empty or holds exactly one
      * entry, FolderSettingsFileName; false for anything else, and for a folder that cannot be listed.
      */
