@@ -44,13 +44,15 @@ velto_sources(ui
     VTRoundedRectRegionBuilder_p.h
     VTRoundedRectRegionBuilder.cpp
 )
-# Fonts and their feature settings.
+# Fonts and their feature settings, and building, tidying and searching menus.
 velto_sources(ui
   PUBLIC_HEADERS
     VeltoFontFeatures.h
     VeltoFont.h
     Font+VeltoAdditions.h
     FontDatabase+VeltoAdditions.h
+    Action+VeltoAdditions.h
+    Menu+VeltoAdditions.h
   SOURCES
     VeltoFontFeatures.cpp
     VeltoFont.cpp
@@ -62,4 +64,6 @@ velto_sources(ui
     VTFontconfig.cpp
     VTFontLookup_p.h
     VTFontLookup.cpp
+    Action+VeltoAdditions.cpp
+    Menu+VeltoAdditions.cpp
 )
