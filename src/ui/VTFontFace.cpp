@@ -46,16 +46,29 @@ std::shared_ptr<const VTFontFace> openFace(const QRawFont &raw)
 
 std::shared_ptr<const VTFontFace> VTFontFace::faceForFont(const QFont &font)
 {
-    // Never destroyed: faces may be asked for until the very end of the process.
+    // Layout asks about one font glyph after glyph, so the last answer is kept per thread before the
+    // resolution through Qt and the cache. Neither is ever destroyed: faces may be asked for until the
+    // very end of the process, and a QFont must not be destroyed after Qt's font database is gone.
+    struct LastAnswer
+    {
+        QFont font;
+        std::shared_ptr<const VTFontFace> face;
+    };
+    thread_local LastAnswer *const last = new LastAnswer{QFont(), nullptr};
     static FaceCache *const faces = FaceCache::newStaticCacheVeltoWithName(u"fontFaces"_s).release();
+    if (last->face && last->font == font)
+        return last->face;
     const QRawFont raw = QRawFont::fromFont(font);
     if (!raw.isValid())
         return nullptr;
     const QString key = resolvedFaceKey(raw);
-    if (const std::optional<std::shared_ptr<const VTFontFace>> known = faces->objectForKey(key))
+    if (const std::optional<std::shared_ptr<const VTFontFace>> known = faces->objectForKey(key)) {
+        *last = {font, *known};
         return *known;
+    }
     std::shared_ptr<const VTFontFace> face = openFace(raw);
     faces->setObject(face, key);
+    *last = {font, face};
     return face;
 }
 
