@@ -49,11 +49,18 @@ FcObjectSet *faceObjects()
                             FC_SLANT, FC_WIDTH, nullptr);
 }
 
+// The configuration Qt's font database was read from. Passing it explicitly (rather than null) keeps
+// fontconfig from reloading its configuration behind Qt's back every 30 seconds, which would also leak.
+FcConfig *configuration()
+{
+    return FcConfigGetCurrent();
+}
+
 // Every face fontconfig lists that matches pattern, in fontconfig's order.
 FontSetPointer listed(FcPattern *pattern)
 {
     FcObjectSet *objects = faceObjects();
-    FontSetPointer faces(FcFontList(nullptr, pattern, objects), FcFontSetDestroy);
+    FontSetPointer faces(FcFontList(configuration(), pattern, objects), FcFontSetDestroy);
     FcObjectSetDestroy(objects);
     return faces;
 }
@@ -116,10 +123,10 @@ VTFontconfigFace VTFontconfig::faceOf(const QString &family, const QString &styl
     }
     FcPatternAddInteger(named.get(), FC_WEIGHT, FcWeightFromOpenType(weight));
     FcPatternAddInteger(named.get(), FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-    FcConfigSubstitute(nullptr, named.get(), FcMatchPattern);
+    FcConfigSubstitute(configuration(), named.get(), FcMatchPattern);
     FcDefaultSubstitute(named.get());
     FcResult result = FcResultNoMatch;
-    const PatternPointer matched(FcFontMatch(nullptr, named.get(), &result), FcPatternDestroy);
+    const PatternPointer matched(FcFontMatch(configuration(), named.get(), &result), FcPatternDestroy);
     // A match from another family means fontconfig does not know this one.
     if (!matched || stringOf(matched.get(), FC_FAMILY).compare(family, Qt::CaseInsensitive) != 0)
         return {};

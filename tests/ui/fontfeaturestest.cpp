@@ -1,33 +1,8 @@
-#include "VeltoFontFeatures.h"
+#include "featuresettings.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-using Settings = QList<std::pair<qint64, qint64>>;
-
-QVariantList listOf(const Settings &settings)
-{
-    QVariantList list;
-    for (const auto &[type, selector] : settings)
-        list.append(QVariantMap{{VeltoFontFeatureKey_Type, type}, {VeltoFontFeatureKey_Value, selector}});
-    return list;
-}
-
-// The (type, selector) pairs of a list, as numbers whatever number type they are stored in.
-Settings settingsOf(const QVariantList &list)
-{
-    Settings settings;
-    for (const QVariant &setting : list) {
-        const QVariantMap map = setting.toMap();
-        settings.append({map.value(VeltoFontFeatureKey_Type).toLongLong(), map.value(VeltoFontFeatureKey_Value).toLongLong()});
-    }
-    return settings;
-}
-
-} // namespace
 
 class FontFeaturesTest : public QObject
 {

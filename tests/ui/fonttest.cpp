@@ -2,7 +2,7 @@
 #include "FontDatabase+VeltoAdditions.h"
 #include "VTFontFace_p.h"
 #include "VeltoFont.h"
-#include "VeltoFontFeatures.h"
+#include "featuresettings.h"
 #include "veltotest.h"
 
 #include <QDir>
@@ -16,18 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-using Settings = QList<std::pair<qint64, qint64>>;
-
-Settings settingsOf(const QVariantList &list)
-{
-    Settings settings;
-    for (const QVariant &setting : list) {
-        const QVariantMap map = setting.toMap();
-        settings.append({map.value(VeltoFontFeatureKey_Type).toLongLong(), map.value(VeltoFontFeatureKey_Value).toLongLong()});
-    }
-    return settings;
-}
 
 const QString Libertine = u"Linux Libertine O"_s; // has smcp and c2sc, no pcap, c2pc, unic or titl
 const QString Liberation = u"Liberation Serif"_s; // has no capitals features at all
@@ -199,6 +187,8 @@ private slots:
         QVERIFY(!QFontInfo(*regular).bold() && !QFontInfo(*regular).italic());
         QVERIFY(QFontInfo(*velto::fontWithFamilyName(u"LiberationSerif-Bold"_s)).bold());
         QVERIFY(!velto::fontWithFamilyName(u"No Such Family"_s));
+        QCOMPARE(velto::menuItemFont().family(), QFontDatabase::systemFont(QFontDatabase::GeneralFont).family());
+        QCOMPARE(velto::menuItemFont().pointSizeF(), 14.0);
     }
 
     void fallbackChains_data()
@@ -229,8 +219,6 @@ private slots:
         QVERIFY2(acceptable.contains(QFontInfo(font).family()), qPrintable(QFontInfo(font).family()));
         QCOMPARE(font.pointSizeF(), 13.0);
         QCOMPARE(QFontInfo(font).bold(), chain.startsWith(u"bold"));
-        QCOMPARE(velto::menuItemFont().family(), QFontDatabase::systemFont(QFontDatabase::GeneralFont).family());
-        QCOMPARE(velto::menuItemFont().pointSizeF(), 14.0);
     }
 
     void glyphsAreThoseQtDraws()
