@@ -9,7 +9,7 @@
 #include "veltocore_version.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTextStream>
 
 #include <memory>
@@ -53,8 +53,9 @@ int help(const QStringList &arguments, QTextStream &out, QTextStream &err)
     return ExitSuccess;
 }
 
-// Only commands that need Qt's font services get a QGuiApplication; the others never load a platform
-// plug-in. It is offscreen unless the caller chose a platform: the tool shows no windows.
+// Only commands that need Qt's font services or menus (`font`, `tour`) get a QApplication; the others
+// never load a platform plug-in. It is offscreen unless the caller chose a platform: the tool shows no
+// windows.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 {
     const VeltoCommand *command = argc > 1 ? findCommand(QString::fromLocal8Bit(argv[1])) : nullptr;
@@ -62,7 +63,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
         return std::make_unique<VeltoExceptionReportingApplication<QCoreApplication>>(argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<VeltoExceptionReportingApplication<QGuiApplication>>(argc, argv);
+    return std::make_unique<VeltoExceptionReportingApplication<QApplication>>(argc, argv);
 }
 
 } // namespace
