@@ -58,7 +58,11 @@ std::shared_ptr<const VTFontFace> VTFontFace::faceForFont(const QFont &font)
     static FaceCache *const faces = FaceCache::newStaticCacheVeltoWithName(u"fontFaces"_s).release();
     if (last->face && last->font == font)
         return last->face;
-    const QRawFont raw = QRawFont::fromFont(font);
+    // The face is resolved at a fixed size: sizes do not change the face, and Qt resolves a tiny size
+    // (0.155 pt) to an engine without a family, on which QRawFont::familyName() crashes.
+    QFont atResolvingSize = font;
+    atResolvingSize.setPointSizeF(12);
+    const QRawFont raw = QRawFont::fromFont(atResolvingSize);
     if (!raw.isValid())
         return nullptr;
     const QString key = resolvedFaceKey(raw);

@@ -145,6 +145,7 @@ private slots:
         QTest::newRow("no size") << QVariantMap{{u"fontName"_s, u"LiberationSerif"_s}} << Liberation << 12.0 << qint64(0);
         QTest::newRow("size not a number") << with(libertine, u"pointSize"_s, u"big"_s) << Libertine << 12.0 << qint64(4);
         QTest::newRow("negative size") << with(libertine, u"pointSize"_s, -3) << Libertine << 12.0 << qint64(0);
+        QTest::newRow("tiny size") << with(libertine, u"pointSize"_s, 0.25) << Libertine << 0.25 << qint64(0);
         QTest::newRow("features not a list") << with(libertine, u"fontFeatures"_s, u"smcp"_s) << Libertine << 12.0 << qint64(4);
         QTest::newRow("setting not a map") << with(libertine, u"fontFeatures"_s, QVariantList{3}) << Libertine << 12.0 << qint64(4);
         QTest::newRow("type not a number")
@@ -168,6 +169,7 @@ private slots:
         QCOMPARE(read.font().family(), family.isEmpty() ? QGuiApplication::font().family() : family);
         QCOMPARE(read.font().pointSizeF(), size);
         QVERIFY(read.fontFeatures().isEmpty());
+        QCOMPARE(read.propertyListRepresentation().value(u"pointSize"_s).toDouble(), size);
     }
 
     void fontsByName()
