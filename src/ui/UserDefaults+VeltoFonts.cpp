@@ -1,11 +1,7 @@
 #include "UserDefaults+VeltoFonts.h"
 
 #include "UserDefaults+VeltoAdditions.h"
-
-#include <QFontDatabase>
-#include <QFontInfo>
-
-#include <cmath>
+#include "VTFontLookup_p.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,23 +21,6 @@ QString sizeKey(const QString &key)
     return key + u".size"_s;
 }
 
-// The installed family of that name as the font database spells it, else null. An exact test:
-// QFontDatabase::hasFamily() would also accept aliases that fontconfig resolves ("sans-serif").
-QString installedFamily(const QString &family)
-{
-    if (family.isEmpty())
-        return {};
-    const QStringList families = QFontDatabase::families();
-    const qsizetype at = families.indexOf(family);
-    if (at >= 0)
-        return families.at(at);
-    for (const QString &installed : families) {
-        if (installed.compare(family, Qt::CaseInsensitive) == 0)
-            return installed;
-    }
-    return {};
-}
-
 } // namespace
 
 std::optional<QFont> fontForKey(const VeltoUserDefaults &defaults, const QString &key)
@@ -55,14 +34,11 @@ std::optional<QFont> fontForKey(const VeltoUserDefaults &defaults, const QString
     const QVariant name = defaults.objectForKey(nameKey(key));
     if (!name.isValid())
         return defaultValue;
-    const QString family = installedFamily(name.typeId() == QMetaType::QString ? name.toString() : QString());
+    const QString family = VTInstalledFamily(name.typeId() == QMetaType::QString ? name.toString() : QString());
     if (family.isNull())
         return defaultValue;
-    float size = floatForKey(defaults, sizeKey(key), DefaultPointSize);
-    if (!(size > 0.0f) || !std::isfinite(size))
-        size = DefaultPointSize;
     QFont font(family);
-    font.setPointSizeF(size);
+    font.setPointSizeF(VTUsablePointSize(floatForKey(defaults, sizeKey(key), DefaultPointSize)));
     return font;
 }
 
@@ -70,9 +46,8 @@ bool setFont(VeltoUserDefaults &defaults, const std::optional<QFont> &font, cons
 {
     if (!font)
         return defaults.removeObjectForKey(nameKey(key), error) && defaults.removeObjectForKey(sizeKey(key), error);
-    const qreal points = font->pointSizeF() > 0 ? font->pointSizeF() : QFontInfo(*font).pointSizeF();
     return defaults.setObject(font->family(), nameKey(key), error)
-        && defaults.setObject(QVariant(float(points)), sizeKey(key), error);
+        && defaults.setObject(QVariant(float(VTPointSizeOf(*font))), sizeKey(key), error);
 }
 
 } // namespace velto

@@ -1,5 +1,10 @@
 # Files of src/ui in the VeltoCoreGui library.
-velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry files)
+# HarfBuzz (OpenType layout tables, glyph names, shaping) and fontconfig (font files, character sets)
+# answer the font questions Qt 6.4 cannot; both are linked privately (docs/dependencies.md).
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(harfbuzz REQUIRED IMPORTED_TARGET GLOBAL harfbuzz>=6.0)
+pkg_check_modules(fontconfig REQUIRED IMPORTED_TARGET GLOBAL fontconfig>=2.13)
+velto_layer(ui LIBRARY VeltoCoreGui DEPENDS geometry files LINK PkgConfig::harfbuzz PkgConfig::fontconfig)
 velto_sources(ui
   PUBLIC_HEADERS
     VeltoMessageBoxPresenter.h
@@ -72,4 +77,27 @@ velto_sources(ui
     VTTextFieldWatcher.cpp
     VTFieldActionSender_p.h
     VTFieldActionSender.cpp
+
+# Fonts and their feature settings, and building, tidying and searching menus.
+velto_sources(ui
+  PUBLIC_HEADERS
+    VeltoFontFeatures.h
+    VeltoFont.h
+    Font+VeltoAdditions.h
+    FontDatabase+VeltoAdditions.h
+    Action+VeltoAdditions.h
+    Menu+VeltoAdditions.h
+  SOURCES
+    VeltoFontFeatures.cpp
+    VeltoFont.cpp
+    Font+VeltoAdditions.cpp
+    FontDatabase+VeltoAdditions.cpp
+    VTFontFace_p.h
+    VTFontFace.cpp
+    VTFontconfig_p.h
+    VTFontconfig.cpp
+    VTFontLookup_p.h
+    VTFontLookup.cpp
+    Action+VeltoAdditions.cpp
+    Menu+VeltoAdditions.cpp
 )

@@ -45,6 +45,7 @@ struct VeltoCommand
     ArgumentCount arguments;
     QStringList words;                      ///< first arguments offered by shell completion
     int (*run)(const CommandLine &line) = nullptr;
+    bool needsGuiApplication = false;       ///< runs under a QApplication (fonts, menus), offscreen unless QT_QPA_PLATFORM says otherwise
 };
 
 /// A parsed invocation of one command, with the streams it writes to.

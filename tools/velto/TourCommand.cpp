@@ -214,6 +214,7 @@ const bool tourCommand = registerCommand({
                    "folder that is removed at the end, and the library's own log lines appear indented "
                    "under the stop that caused them.",
     .run = runTourCommand,
+    .needsGuiApplication = true, // the font and menu stop
 });
 
 } // namespace

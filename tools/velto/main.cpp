@@ -9,7 +9,10 @@
 #include "veltocore_version.h"
 
 #include <QCoreApplication>
+#include <QApplication>
 #include <QTextStream>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -50,11 +53,25 @@ int help(const QStringList &arguments, QTextStream &out, QTextStream &err)
     return ExitSuccess;
 }
 
+// Only commands that need Qt's font services or menus (`font`, `tour`) get a QApplication; the others
+// never load a platform plug-in. It is offscreen unless the caller chose a platform: the tool shows no
+// windows.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
+{
+    const VeltoCommand *command = argc > 1 ? findCommand(QString::fromLocal8Bit(argv[1])) : nullptr;
+    if (!command || !command->needsGuiApplication)
+        return std::make_unique<VeltoExceptionReportingApplication<QCoreApplication>>(argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<VeltoExceptionReportingApplication<QApplication>>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    VeltoExceptionReportingApplication<QCoreApplication> app(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+    QCoreApplication &app = *application;
     QCoreApplication::setApplicationName(u"velto"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELTOCORE_VERSION_STRING));
     QTextStream out(stdout);
