@@ -77,6 +77,7 @@ velto_sources(ui
     VTTextFieldWatcher.cpp
     VTFieldActionSender_p.h
     VTFieldActionSender.cpp
+)
 
 # Fonts and their feature settings, and building, tidying and searching menus.
 velto_sources(ui
