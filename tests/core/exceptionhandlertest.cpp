@@ -3,6 +3,7 @@
 #include "VeltoException.h"
 #include "VeltoExceptionHandler.h"
 #include "VeltoExceptionReportingApplication.h"
+#include "veltotest.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -25,16 +26,6 @@ Q_DECL_EXPORT Q_NEVER_INLINE void veltoTestThrowIndexBeyondBounds()
 }
 
 namespace {
-
-VeltoException caughtFrom(void (*thrower)())
-{
-    try {
-        thrower();
-    } catch (const VeltoException &exception) {
-        return exception;
-    }
-    qFatal("no exception");
-}
 
 // Receives the hand-off's records, from any thread.
 struct RecordCollector
@@ -256,7 +247,7 @@ void ExceptionHandlerTest::ignoredExceptions()
 
 void ExceptionHandlerTest::reportBuildsTheRecordItHandsOff()
 {
-    const VeltoException exception = caughtFrom(veltoTestThrowIndexBeyondBounds);
+    const VeltoException exception = veltoThrown(veltoTestThrowIndexBeyondBounds).value();
     const quint64 nextNumber = VeltoAssertionInfo().sequenceNumber() + 1;
     VeltoExceptionHandler::instance()->reportException(exception);
     QCOMPARE(collector.count(), 1);
@@ -278,7 +269,7 @@ void ExceptionHandlerTest::otherExceptionsAreReportedWithTheirTypeName()
 {
     VeltoExceptionHandler::instance()->reportException(std::out_of_range("vector::at"));
     // A VeltoException seen only as a std::exception keeps its own name and the stack of its throw.
-    const VeltoException velto = caughtFrom(veltoTestThrowIndexBeyondBounds);
+    const VeltoException velto = veltoThrown(veltoTestThrowIndexBeyondBounds).value();
     VeltoExceptionHandler::instance()->reportException(static_cast<const std::exception &>(velto));
     QCOMPARE(collector.count(), 2);
     QCOMPARE(collector.records.at(0)->fileName(), u"std::out_of_range"_s);
@@ -379,18 +370,14 @@ void ExceptionHandlerTest::tryBlockExceptionWithoutCatchBlockIsDropped()
 void ExceptionHandlerTest::catchBlockAndOtherExceptionsPassOnAfterFinally()
 {
     QStringList steps;
-    try {
-        VeltoExceptionHandler::disableExceptionReportingWhileTryingBlock(
-            veltoTestThrowIndexBeyondBounds,
-            [&](const VeltoException &) {
-                steps << u"catch"_s;
-                throw VeltoException(VeltoGenericException, u"from the catch block"_s);
-            },
-            [&] { steps << u"finally"_s; });
-        QFAIL("the catch block's exception did not pass on");
-    } catch (const VeltoException &exception) {
-        QCOMPARE(exception.reason(), u"from the catch block"_s);
-    }
+    VELTO_COMPARE_THROWN(VeltoExceptionHandler::disableExceptionReportingWhileTryingBlock(
+                             veltoTestThrowIndexBeyondBounds,
+                             [&](const VeltoException &) {
+                                 steps << u"catch"_s;
+                                 throw VeltoException(VeltoGenericException, u"from the catch block"_s);
+                             },
+                             [&] { steps << u"finally"_s; }),
+                         VeltoGenericException, u"from the catch block"_s);
     QCOMPARE(steps, (QStringList{u"catch"_s, u"finally"_s}));
 
     steps.clear();
@@ -419,7 +406,7 @@ void ExceptionHandlerTest::finallyBlockExceptionReplacesThePendingOne()
 
 void ExceptionHandlerTest::logWithTitleWritesTheExceptionAndItsStack()
 {
-    const VeltoException exception = caughtFrom(veltoTestThrowIndexBeyondBounds);
+    const VeltoException exception = veltoThrown(veltoTestThrowIndexBeyondBounds).value();
     QTest::ignoreMessage(QtWarningMsg, "*** EXCEPTION during saving: NSRangeException: index 7 beyond bounds");
     const QStringList frames = exception.callStackSymbols();
     QVERIFY(frames.size() >= 2);

@@ -1,6 +1,7 @@
 #include "VTToolSearch_p.h"
 #include "VeltoException.h"
 #include "VeltoTask.h"
+#include "veltotest.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -24,17 +25,6 @@ QString runShell(const QString &script, VeltoError *error = nullptr)
             task.setArguments({u"-c"_s, script});
         },
         error);
-}
-
-// The reason of the exception \a run throws, or "nothing thrown".
-QString thrownReason(const std::function<void()> &run)
-{
-    try {
-        run();
-    } catch (const VeltoException &exception) {
-        return exception.name() + u": "_s + exception.reason();
-    }
-    return u"nothing thrown"_s;
 }
 
 bool writeExecutable(const QString &path, const QByteArray &script)
@@ -123,23 +113,23 @@ void TaskTest::standardErrorStaysOutUnlessMerged()
 void TaskTest::toolsThatNeverRanThrow()
 {
     VeltoError error;
-    const QString missing = thrownReason([&] {
+    const auto missing = veltoThrown([&] {
         (void)VeltoTask::launchTaskReturningStdoutAndGetError(
             [](QProcess &task) { task.setProgram(u"/nonexistent/velto-tool"_s); }, &error);
     });
-    QVERIFY2(missing.startsWith(u"NSInvalidArgumentException: task not launched: Exception was thrown. "
-                                u"NSInvalidArgumentException: launch path not accessible: /nonexistent/velto-tool ("_s),
-             qPrintable(missing));
+    QVERIFY(missing && missing->name() == VeltoInvalidArgumentException);
+    QVERIFY2(missing->reason().startsWith(u"task not launched: Exception was thrown. "
+                                          u"NSInvalidArgumentException: launch path not accessible: /nonexistent/velto-tool ("_s),
+             qPrintable(missing->reason()));
 
-    const QString badBlock = thrownReason([&] {
-        (void)VeltoTask::launchTaskReturningStdoutAndGetError(
-            [](QProcess &) { throw std::runtime_error("no arguments for this tool"); }, &error);
-    });
-    QCOMPARE(badBlock, u"NSInvalidArgumentException: task not launched: Exception was thrown. "
-                       u"std::runtime_error: no arguments for this tool"_s);
+    VELTO_COMPARE_THROWN((void)VeltoTask::launchTaskReturningStdoutAndGetError(
+                             [](QProcess &) { throw std::runtime_error("no arguments for this tool"); }, &error),
+                         VeltoInvalidArgumentException,
+                         u"task not launched: Exception was thrown. std::runtime_error: no arguments for this tool"_s);
 
-    const QString noProgram = thrownReason([&] { (void)VeltoTask::launchTaskReturningStdoutAndGetError({}, &error); });
-    QVERIFY2(noProgram.startsWith(u"NSInvalidArgumentException: task not launched: "_s), qPrintable(noProgram));
+    const auto noProgram = veltoThrown([&] { (void)VeltoTask::launchTaskReturningStdoutAndGetError({}, &error); });
+    QVERIFY(noProgram && noProgram->name() == VeltoInvalidArgumentException);
+    QVERIFY2(noProgram->reason().startsWith(u"task not launched: "_s), qPrintable(noProgram->reason()));
     QVERIFY(error.isNull()); // the exception left; nothing was handed out
 }
 

@@ -13,6 +13,7 @@
 #include "VeltoObjectDealloc.h"
 #include "VeltoWeakTargetTimer.h"
 #include "VeltoZombie.h"
+#include "veltotest.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -298,13 +299,7 @@ void ZombieTest::touchingAZombie()
     delete foo;
     const QString text = u"Zombie Foo_VeltoZombie sent "_s + sent;
     QTest::ignoreMessage(QtWarningMsg, qPrintable(u"*** ERROR: "_s + text));
-    try {
-        touch(dangling<QObject>(foo));
-        QFAIL("touching the zombie did not throw");
-    } catch (const VeltoException &exception) {
-        QCOMPARE(exception.name(), u"VeltoZombieAccessed"_s);
-        QCOMPARE(exception.reason(), text);
-    }
+    VELTO_COMPARE_THROWN(touch(dangling<QObject>(foo)), u"VeltoZombieAccessed"_s, text);
     // The alert is queued, not shown while the exception unwinds; it comes on the main thread.
     QCOMPARE(presenter->alertCount(), 0);
     QTRY_COMPARE(presenter->alertCount(), 1);

@@ -1,6 +1,7 @@
 #include "VeltoException.h"
 #include "VeltoKeyedObserverSet.h"
 #include "VeltoObserverSetImpl.h"
+#include "veltotest.h"
 
 #include <QTest>
 
@@ -280,13 +281,10 @@ void ObserverSetTest::keyedRegistrationDuringOwnVisitThrows()
     a.reaction = [&] { set->addObserver(&other, u"k"_s, "changed"); }; // another observer: allowed
     set->notifyObserversForKey(u"k"_s, {});
     a.reaction = [&] { set->addObserver(&a, u"k"_s, "changed"); };
-    try {
-        set->notifyObserversForKey(u"k"_s, {});
-        QFAIL("the change went unnoticed");
-    } catch (const VeltoException &exception) {
-        QCOMPARE(exception.name(), VeltoGenericException);
-        QVERIFY(exception.reason().endsWith(u"was mutated while being enumerated."_s));
-    }
+    const auto caught = veltoThrown([&] { set->notifyObserversForKey(u"k"_s, {}); });
+    QVERIFY2(caught, "the change went unnoticed");
+    QCOMPARE(caught->name(), VeltoGenericException);
+    QVERIFY(caught->reason().endsWith(u"was mutated while being enumerated."_s));
     QCOMPARE(set->actionsForObserver(&a).size(), 2);
 }
 
