@@ -1,6 +1,7 @@
 #include "NotesWindow.h"
 
 #include <VeltoCore/LineEdit+VeltoActionFiltering.h>
+#include <VeltoCore/Menu+VeltoAdditions.h>
 #include <VeltoCore/MessageBox+VeltoAdditions.h>
 #include <VeltoCore/TableView+VeltoAdditions.h>
 #include <VeltoCore/VariantMap+VeltoCorePlist.h>
@@ -196,13 +197,17 @@ void NotesWindow::rememberRecentFile(const QString &path)
     rebuildRecentFilesMenu();
 }
 
-// Plain QMenu and QAction for now; the library's menu helpers will build this once they exist.
 void NotesWindow::rebuildRecentFilesMenu()
 {
     m_recentFiles->clear();
     for (const QString &path : VeltoUserDefaults::standardUserDefaults()->objectForKey(RecentFilesKey).toStringList())
-        m_recentFiles->addAction(QFileInfo(path).fileName(), this, [this, path] { open(path); })->setToolTip(path);
+        velto::addItemWithTitle(m_recentFiles, QFileInfo(path).fileName(), this, "openRecentFile", path)->setToolTip(path);
     m_recentFiles->setEnabled(!m_recentFiles->isEmpty());
+}
+
+void NotesWindow::openRecentFile(QObject *item)
+{
+    open(qobject_cast<QAction *>(item)->data().toString());
 }
 
 bool NotesWindow::takeScreenshot(const QString &path)

@@ -47,6 +47,8 @@ public:
 
 public slots:
     bool tableViewRequestsDeleteSelectedRows(VeltoTableView *table);
+    // Sent by the items of the recent-files menu, which carry their file's path.
+    void openRecentFile(QObject *item);
 
 private:
     int selectedRow() const;
