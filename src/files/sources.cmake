@@ -1,7 +1,7 @@
 # Files of src/files in the VeltoCore library: the file watcher (inotify, one thread per queue, changes
-# carried to the main thread), typed property-list access, dictionary additions, copy-on-write records
-# and type identifiers.
-velto_layer(files LIBRARY VeltoCore DEPENDS secure)
+# carried to the main thread), typed property-list access, dictionary additions, copy-on-write records,
+# type identifiers and compressed data (zlib).
+velto_layer(files LIBRARY VeltoCore DEPENDS secure LINK ZLIB::ZLIB)
 velto_sources(files
   PUBLIC_HEADERS
     FWFileWatcher.h
@@ -33,4 +33,14 @@ velto_sources(files
     VeltoUTI.cpp
     VTTypeIdentifierTable_p.h
     VTTypeIdentifierTable.cpp
+)
+# Compressed data and byte utilities, and the incremental gzip compressor.
+velto_sources(files
+  PUBLIC_HEADERS
+    ByteArray+VeltoAdditions.h
+    VeltoZipStream.h
+  SOURCES
+    ByteArray+VeltoAdditions.cpp
+    VeltoZipStream.cpp
+    VTZlibCalls_p.h
 )
