@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -160,7 +161,7 @@ private:
             const char *name = archive_entry_pathname(entry);
             entryName = QFile::decodeName(name ? name : "");
             if (entryNumber > options.maximumEntryCount)
-                return fail(VeltoCocoaErrorFileReadTooLarge, u"the archive has more than %1 entries"_s.arg(options.maximumEntryCount));
+                return fail(VeltoCocoaErrorFileReadTooLarge, u"the archive has more entries than the %1 allowed"_s.arg(options.maximumEntryCount));
             if (!name)
                 return fail(VeltoCocoaErrorFileReadCorruptFile, u"its name cannot be read"_s);
             if (!unpackEntry(entry, name))
@@ -240,6 +241,7 @@ private:
                 names << name.toByteArray();
         }
         ::closedir(listing);
+        std::sort(names.begin(), names.end()); // the first conflict reported does not depend on the file system
         entryNumber = 0;
         for (qsizetype moved = 0; moved < names.size(); ++moved) {
             if (moveWithoutReplacing(staging + '/' + names[moved], folder + '/' + names[moved]))
