@@ -32,7 +32,29 @@ constexpr VeltoRange NoRange{VeltoNotFound, 0};
 constexpr quint64 NoLimit = std::numeric_limits<quint64>::max();
 constexpr qsizetype ZlibOutputStep = 16384;
 constexpr qsizetype HexSliceLength = 4096;
-constexpr char LowercaseHexDigits[] = "0123456789abcdef";
+
+// The two lowercase hex digits of every byte, as ASCII and as UTF-16, so that encoding is one lookup a byte.
+template <typename Unit>
+constexpr std::array<std::array<Unit, 2>, 256> hexPairs()
+{
+    constexpr char digits[] = "0123456789abcdef";
+    std::array<std::array<Unit, 2>, 256> pairs{};
+    for (int byte = 0; byte < 256; ++byte)
+        pairs[size_t(byte)] = {Unit(digits[byte >> 4]), Unit(digits[byte & 15])};
+    return pairs;
+}
+constexpr auto AsciiHexPairs = hexPairs<char>();
+constexpr auto Utf16HexPairs = hexPairs<char16_t>();
+
+// Writes the hex digit pairs of \a data at \a out.
+template <typename Unit>
+void writeHexPairs(const QByteArray &data, const std::array<std::array<Unit, 2>, 256> &pairs, Unit *out)
+{
+    for (const char byte : data) {
+        std::memcpy(out, pairs[uchar(byte)].data(), sizeof(Unit) * 2);
+        out += 2;
+    }
+}
 
 // An output buffer of \a size bytes whose contents do not matter: only what zlib writes into it is kept.
 // Null when the memory cannot be had.
@@ -194,10 +216,7 @@ QString hexString(const QByteArray &data, QLatin1StringView prefix)
     char16_t *out = reinterpret_cast<char16_t *>(text.data());
     for (char c : prefix)
         *out++ = char16_t(c);
-    for (const char byte : data) {
-        *out++ = char16_t(LowercaseHexDigits[uchar(byte) >> 4]);
-        *out++ = char16_t(LowercaseHexDigits[uchar(byte) & 15]);
-    }
+    writeHexPairs(data, Utf16HexPairs, out);
     return text;
 }
 
@@ -503,11 +522,7 @@ void appendLowercaseHexASCIIToData(const QByteArray &data, QByteArray &output)
     const QByteArray source = data; // shared, so appending a buffer to itself reads the bytes as they were
     const qsizetype start = output.size();
     output.resize(start + 2 * source.size());
-    char *out = output.data() + start;
-    for (const char byte : source) {
-        *out++ = LowercaseHexDigits[uchar(byte) >> 4];
-        *out++ = LowercaseHexDigits[uchar(byte) & 15];
-    }
+    writeHexPairs(source, AsciiHexPairs, output.data() + start);
 }
 
 QByteArray base64DataWithLineLength(const QByteArray &data, quint64 lineLength)
