@@ -17,7 +17,9 @@
  * rules, or when it is a symbolic link whose target is absolute, climbs above the target folder with
  * leading ".." steps, or holds ".." anywhere after its start. Device files, pipes and sockets are skipped;
  * set-user-id, set-group-id and sticky bits are dropped, the umask applies, and folders stay open to
- * their owner. The total size of the files and the number of entries are capped (VeltoUnarchiveOptions).
+ * their owner. A name that is not UTF-8 (a zip made on a system with another character set) is unpacked
+ * with each invalid byte sequence shown as U+FFFD, so that every name can be shown and removed again.
+ * The total size of the files and the number of entries are capped (VeltoUnarchiveOptions).
  * Entries are unpacked into a hidden folder inside the target folder and moved into place only when all
  * of them succeeded, and an item already in the target folder is never replaced or merged into: a failed
  * unpack leaves the target folder as it was and says which entry failed and why.

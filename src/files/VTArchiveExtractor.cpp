@@ -72,6 +72,13 @@ qsizetype nameDepth(QByteArrayView name)
     return depth;
 }
 
+// \a name as it is when it is UTF-8, else with each invalid sequence replaced by U+FFFD: file names are
+// UTF-8 to Qt (QFile::decodeName), so a name that is not could be neither shown, listed nor removed.
+QByteArray textName(const char *name)
+{
+    return name ? QString::fromUtf8(name).toUtf8() : QByteArray();
+}
+
 // Whether a symbolic link at \a linkDepth pointing to \a target stays inside the folder: the target is
 // relative, its leading ".." steps climb no higher than the folder holding the link, and no ".." follows
 // a name (a name may itself be a link, so a later ".." could leave by a way no text check can see).
@@ -158,11 +165,12 @@ private:
                     entryNumber = 0; // not an archive at all: no entry to name
                 return failReading();
             }
-            const char *name = archive_entry_pathname(entry);
-            entryName = QFile::decodeName(name ? name : "");
+            const char *rawName = archive_entry_pathname(entry);
+            const QByteArray name = textName(rawName);
+            entryName = QFile::decodeName(name);
             if (entryNumber > options.maximumEntryCount)
                 return fail(VeltoCocoaErrorFileReadTooLarge, u"the archive has more entries than the %1 allowed"_s.arg(options.maximumEntryCount));
-            if (!name)
+            if (!rawName)
                 return fail(VeltoCocoaErrorFileReadCorruptFile, u"its name cannot be read"_s);
             if (!unpackEntry(entry, name))
                 return false;
@@ -182,7 +190,8 @@ private:
             return skipData(); // the folder itself
         if (depth == 0)
             return fail(VeltoCocoaErrorFileReadCorruptFile, u"it has no name"_s);
-        if (const char *target = archive_entry_hardlink(entry)) {
+        if (const char *rawTarget = archive_entry_hardlink(entry)) {
+            const QByteArray target = textName(rawTarget);
             if (nameDepth(target) <= 0)
                 return fail(VeltoCocoaErrorFileReadCorruptFile, u"it is a hard link to a name outside the target folder"_s);
             archive_entry_set_hardlink(entry, (staging + '/' + target).constData());

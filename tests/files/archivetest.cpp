@@ -246,6 +246,8 @@ void ArchiveTest::hostileArchives_data()
                               {.name = "sub/up", .type = AE_IFLNK, .link = "../run.sh"}})
         << entries << size << qint64(0) << QString()
         << QStringList({u"run.sh 10 755"_s, u"sub / 755"_s, u"sub/up -> run.sh 777"_s});
+    QTest::newRow("a name that is not UTF-8") << makeArchive(cpio, {{.name = "caf\xe9.txt", .data = "data"}})
+                                              << entries << size << qint64(0) << QString() << QStringList(u"caf\ufffd.txt 4 644"_s);
     QTest::newRow("1 GB of zeros") << makeArchive(cpio, {{.name = "zeros", .zeros = 1000000000}})
                                    << entries << size << qint64(263)
                                    << u"entry 1 “zeros”: the files would hold more than 536870912 bytes together"_s << QStringList();
