@@ -196,20 +196,6 @@ bool isHexPrefix(char16_t zero, char16_t x)
     return zero == u'0' && (x == u'x' || x == u'X');
 }
 
-// Base64 values of ASCII; Invalid for the characters outside the alphabet.
-const std::array<quint8, 128> &base64Table()
-{
-    static const std::array<quint8, 128> table = [] {
-        std::array<quint8, 128> values{};
-        values.fill(Invalid);
-        const char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-        for (quint8 value = 0; value < 64; ++value)
-            values[uchar(alphabet[value])] = value;
-        return values;
-    }();
-    return table;
-}
-
 QString hexString(const QByteArray &data, QLatin1StringView prefix)
 {
     QString text(prefix.size() + 2 * data.size(), Qt::Uninitialized);
@@ -552,23 +538,10 @@ QString base64String(const QByteArray &data)
 
 QByteArray initWithBase64String(const QString &text)
 {
-    const std::array<quint8, 128> &table = base64Table();
-    QByteArray bytes("");
-    bytes.reserve(text.size() / 4 * 3 + 2);
-    quint32 bits = 0;
-    int bitCount = 0;
-    for (const QChar c : text) {
-        const char16_t unit = c.unicode();
-        if (unit >= table.size() || table[unit] == Invalid)
-            continue;
-        bits = bits << 6 | table[unit];
-        bitCount += 6;
-        if (bitCount >= 8) {
-            bitCount -= 8;
-            bytes.append(char(bits >> bitCount));
-        }
-    }
-    return bytes;
+    // Qt's decoder skips every character outside the alphabet ("=" included); characters outside
+    // Latin-1 become "?", which it skips too.
+    const QByteArray bytes = QByteArray::fromBase64(text.toLatin1());
+    return bytes.isNull() ? QByteArray("") : bytes;
 }
 
 QByteArray dataWithBase64String(const QString &text)
