@@ -3,26 +3,13 @@
 // and bytes written as base64, with any line length, must read back unchanged. Anything else aborts.
 
 #include "ByteArray+VeltoAdditions.h"
+#include "FuzzSupport.h"
 
 #include <QString>
 
-#include <cstdlib>
-#include <cstring>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    QString text(qsizetype(size / 2), Qt::Uninitialized);
-    std::memcpy(text.data(), data, size / 2 * 2); // the bytes need not be aligned for UTF-16
+    const QString text = fuzzUtf16Text(data, size);
     QByteArray alphabetOnly;
     for (const QChar c : text) {
         const char16_t unit = c.unicode();
@@ -30,10 +17,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             || unit == u'+' || unit == u'/')
             alphabetOnly += char(unit);
     }
-    check(velto::initWithBase64String(text) == QByteArray::fromBase64(alphabetOnly));
+    fuzzCheck(velto::initWithBase64String(text) == QByteArray::fromBase64(alphabetOnly));
 
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
     const quint64 lineLength = size == 0 ? 0 : data[0];
-    check(velto::dataWithBase64String(QString::fromLatin1(velto::base64DataWithLineLength(bytes, lineLength))) == bytes);
+    fuzzCheck(velto::dataWithBase64String(QString::fromLatin1(velto::base64DataWithLineLength(bytes, lineLength))) == bytes);
     return 0;
 }

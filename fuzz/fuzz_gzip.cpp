@@ -5,19 +5,8 @@
 // back unchanged. Anything else aborts.
 
 #include "ByteArray+VeltoAdditions.h"
+#include "FuzzSupport.h"
 #include "VeltoZipStream.h"
-
-#include <cstdlib>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -25,26 +14,26 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray gzip = velto::dataByDecompressingGZip(input);
     const QByteArray zlib = velto::dataByDecompressingZlib(input);
     if (!zlib.isNull())
-        check(gzip == zlib);
+        fuzzCheck(gzip == zlib);
 
     const QByteArray unbounded = velto::dataByDecompressingGZipWithMaximumLength(input, VeltoNotFound);
     if (!gzip.isNull())
-        check(unbounded == gzip);
+        fuzzCheck(unbounded == gzip);
     const quint64 maximum = size < 2 ? 0 : quint64(data[0]) << 8 | data[1];
     const QByteArray bounded = velto::dataByDecompressingGZipWithMaximumLength(input, maximum);
-    check(unbounded.startsWith(bounded));
+    fuzzCheck(unbounded.startsWith(bounded));
     if (!gzip.isNull())
-        check(quint64(bounded.size()) >= std::min<quint64>(maximum, quint64(gzip.size())));
+        fuzzCheck(quint64(bounded.size()) >= std::min<quint64>(maximum, quint64(gzip.size())));
 
-    check(velto::dataByDecompressingZlib(velto::dataByCompressingZlib(input)) == input);
+    fuzzCheck(velto::dataByDecompressingZlib(velto::dataByCompressingZlib(input)) == input);
     const QByteArray compressed = velto::dataByCompressingGZip(input);
-    check(velto::dataByDecompressingGZip(compressed) == input);
+    fuzzCheck(velto::dataByDecompressingGZip(compressed) == input);
     if (size > 0) {
         auto zip = VeltoZipStream::initWithEstimatedInputDataLength(size);
         const qsizetype piece = 1 + data[0];
         for (qsizetype at = 0; at < input.size(); at += piece)
-            check(zip->appendData(QByteArrayView(input).sliced(at, std::min(piece, input.size() - at))));
-        check(zip->finalizeCompressedData() == compressed);
+            fuzzCheck(zip->appendData(QByteArrayView(input).sliced(at, std::min(piece, input.size() - at))));
+        fuzzCheck(zip->finalizeCompressedData() == compressed);
     }
     return 0;
 }

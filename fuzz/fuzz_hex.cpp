@@ -4,34 +4,21 @@
 // every white-space and non-ASCII character can occur. Anything else aborts.
 
 #include "ByteArray+VeltoAdditions.h"
+#include "FuzzSupport.h"
 
 #include <QString>
 
-#include <cstdlib>
-#include <cstring>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    QString text(qsizetype(size / 2), Qt::Uninitialized);
-    std::memcpy(text.data(), data, size / 2 * 2); // the bytes need not be aligned for UTF-16
+    const QString text = fuzzUtf16Text(data, size);
     const QByteArray fast = velto::initWithHexStringFast(text);
     const QByteArray slow = velto::initWithHexStringSlow(text);
-    check(fast == slow && fast.isNull() == slow.isNull());
-    check(velto::initWithHexStringSlow(QString::fromLatin1(reinterpret_cast<const char *>(data), qsizetype(size)))
-          == velto::dataWithHexStringVelto(QString::fromLatin1(reinterpret_cast<const char *>(data), qsizetype(size))));
+    fuzzCheck(fast == slow && fast.isNull() == slow.isNull());
+    const QString latin1 = QString::fromLatin1(reinterpret_cast<const char *>(data), qsizetype(size));
+    fuzzCheck(velto::initWithHexStringSlow(latin1) == velto::dataWithHexStringVelto(latin1));
 
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    check(velto::dataWithHexStringVelto(velto::lowercaseHexString(bytes)) == bytes);
-    check(velto::initWithHexStringSlow(velto::unadornedLowercaseHexString(bytes)) == bytes);
+    fuzzCheck(velto::dataWithHexStringVelto(velto::lowercaseHexString(bytes)) == bytes);
+    fuzzCheck(velto::initWithHexStringSlow(velto::unadornedLowercaseHexString(bytes)) == bytes);
     return 0;
 }

@@ -3,22 +3,11 @@
 // Each run gets its own folder inside one root, removed afterwards, so the root must be empty again.
 // Anything else aborts.
 
+#include "FuzzSupport.h"
 #include "VTArchiveExtractor_p.h"
 
 #include <QDir>
 #include <QTemporaryDir>
-
-#include <cstdlib>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -30,11 +19,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         VeltoError error;
         const bool unpacked = VTArchiveExtractor::extractMemory(QByteArrayView(data, qsizetype(size)), folder.path(),
                                                                 options, &error);
-        check(unpacked == error.isNull());
-        check(QDir(root.path()).entryList(everything).size() == 1);
+        fuzzCheck(unpacked == error.isNull());
+        fuzzCheck(QDir(root.path()).entryList(everything).size() == 1);
         if (!unpacked)
-            check(QDir(folder.path()).entryList(everything).isEmpty());
+            fuzzCheck(QDir(folder.path()).entryList(everything).isEmpty());
     }
-    check(QDir(root.path()).entryList(everything).isEmpty());
+    fuzzCheck(QDir(root.path()).entryList(everything).isEmpty());
     return 0;
 }
