@@ -105,107 +105,86 @@ QByteArray oneCallInflate(const QByteArray &input, qsizetype knownSize, int wind
     return output;
 }
 
-void setBytes(benchmark::State &state)
+// Runs \a call on the sample of the benchmark's size and kind and counts the input's bytes.
+template <typename Call>
+void measure(benchmark::State &state, Call &&call)
 {
+    const Sample &s = sample(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(call(s).constData());
     state.SetBytesProcessed(state.iterations() * (state.range(0) << 20));
 }
 
 void BM_ZlibCompress(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::dataByCompressingZlib(s.input).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return velto::dataByCompressingZlib(s.input); });
 }
 
 void BM_Baseline_Compress2(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state) {
+    measure(state, [](const Sample &s) {
         uLongf length = compressBound(uLong(s.input.size()));
         QByteArray output(qsizetype(length), Qt::Uninitialized);
         compress2(reinterpret_cast<Bytef *>(output.data()), &length, reinterpret_cast<const Bytef *>(s.input.constData()),
                   uLong(s.input.size()), Z_DEFAULT_COMPRESSION);
         output.resize(qsizetype(length));
-        benchmark::DoNotOptimize(output.constData());
-    }
-    setBytes(state);
+        return output;
+    });
 }
 
 void BM_ZlibDecompress(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::dataByDecompressingZlib(s.zlib).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return velto::dataByDecompressingZlib(s.zlib); });
 }
 
 void BM_Baseline_UncompressKnownSize(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state) {
+    measure(state, [](const Sample &s) {
         uLongf length = uLongf(s.input.size());
         QByteArray output(s.input.size(), Qt::Uninitialized);
         uncompress(reinterpret_cast<Bytef *>(output.data()), &length, reinterpret_cast<const Bytef *>(s.zlib.constData()),
                    uLong(s.zlib.size()));
-        benchmark::DoNotOptimize(output.constData());
-    }
-    setBytes(state);
+        return output;
+    });
 }
 
 void BM_GZipCompress(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::dataByCompressingGZip(s.input).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return velto::dataByCompressingGZip(s.input); });
 }
 
 void BM_Baseline_DeflateGZipOneCall(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(oneCallDeflate(s.input, 31).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return oneCallDeflate(s.input, 31); });
 }
 
 void BM_GZipDecompress(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::dataByDecompressingGZip(s.gzip).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return velto::dataByDecompressingGZip(s.gzip); });
 }
 
 void BM_Baseline_InflateGZipKnownSize(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(oneCallInflate(s.gzip, s.input.size(), 31).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return oneCallInflate(s.gzip, s.input.size(), 31); });
 }
 
 void BM_ZipStream64KPieces(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state) {
+    measure(state, [](const Sample &s) {
         auto zip = VeltoZipStream::initWithEstimatedInputDataLength(quint64(s.input.size()));
         for (qsizetype at = 0; at < s.input.size(); at += 65536)
             (void)zip->appendData(QByteArrayView(s.input).sliced(at, std::min<qsizetype>(65536, s.input.size() - at)));
-        benchmark::DoNotOptimize(zip->finalizeCompressedData().constData());
-    }
-    setBytes(state);
+        return zip->finalizeCompressedData();
+    });
 }
 
 void BM_HexEncode(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state) {
+    measure(state, [](const Sample &s) {
         QByteArray hex;
         velto::appendLowercaseHexASCIIToData(s.input, hex);
-        benchmark::DoNotOptimize(hex.constData());
-    }
-    setBytes(state);
+        return hex;
+    });
 }
 
 void BM_Baseline_HexTableLoop(benchmark::State &state)
@@ -216,43 +195,36 @@ void BM_Baseline_HexTableLoop(benchmark::State &state)
             pairs[size_t(byte)] = {"0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 15]};
         return pairs;
     }();
-    const Sample &s = sample(state);
-    for (auto _ : state) {
+    measure(state, [](const Sample &s) {
         QByteArray hex(2 * s.input.size(), Qt::Uninitialized);
         char *out = hex.data();
         for (const char byte : s.input) {
             std::memcpy(out, table[uchar(byte)].data(), 2);
             out += 2;
         }
-        benchmark::DoNotOptimize(hex.constData());
-    }
-    setBytes(state);
+        return hex;
+    });
 }
 
 void BM_HexString(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::unadornedLowercaseHexString(s.input).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) { return velto::unadornedLowercaseHexString(s.input); });
 }
 
 void BM_HexDecodeFast(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    static const QString hex = velto::unadornedLowercaseHexString(s.input);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(velto::initWithHexStringFast(hex).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) {
+        static const QString hex = velto::unadornedLowercaseHexString(s.input);
+        return velto::initWithHexStringFast(hex);
+    });
 }
 
 void BM_Baseline_QByteArrayFromHex(benchmark::State &state)
 {
-    const Sample &s = sample(state);
-    static const QByteArray hex = s.input.toHex();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(QByteArray::fromHex(hex).constData());
-    setBytes(state);
+    measure(state, [](const Sample &s) {
+        static const QByteArray hex = s.input.toHex();
+        return QByteArray::fromHex(hex);
+    });
 }
 
 // Every compression row is checked once: ours must give what zlib gives.
