@@ -223,7 +223,7 @@ void ByteArrayTest::fileReading()
 
 void ByteArrayTest::searching_data()
 {
-    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("call"); // "data", a C string's search options, or an encoding
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<QByteArray>("pattern");
     QTest::addColumn<VeltoRange>("range");
@@ -255,24 +255,15 @@ void ByteArrayTest::searching()
     QFETCH(QByteArray, pattern);
     QFETCH(VeltoRange, range);
     QFETCH(VeltoRange, expected);
-    const auto cString = [&](VeltoDataSearchOptions options) {
-        return velto::rangeOfCStringVelto(data, pattern.constData(), options, range);
-    };
-    VeltoRange found;
-    if (call == u"data") {
-        found = velto::rangeOfData(data, pattern, range);
-        QCOMPARE(velto::rangeOfBytes(data, pattern.constData(), quint64(pattern.size()), range), found);
-    } else if (call == u"cstring") {
-        found = cString({});
-    } else if (call == u"backwards") {
-        found = cString(VeltoDataSearchOption::Backwards);
-    } else if (call == u"anchored") {
-        found = cString(VeltoDataSearchOption::Anchored);
-    } else if (call == u"anchoredBackwards") {
-        found = cString(VeltoDataSearchOption::Anchored | VeltoDataSearchOption::Backwards);
-    } else {
+    const QMap<QString, VeltoDataSearchOptions> cString{
+        {u"cstring"_s, {}}, {u"backwards"_s, VeltoDataSearchOption::Backwards}, {u"anchored"_s, VeltoDataSearchOption::Anchored},
+        {u"anchoredBackwards"_s, VeltoDataSearchOption::Anchored | VeltoDataSearchOption::Backwards}};
+    VeltoRange found = velto::rangeOfData(data, pattern, range);
+    QCOMPARE(velto::rangeOfBytes(data, pattern.constData(), quint64(pattern.size()), range), found);
+    if (cString.contains(call))
+        found = velto::rangeOfCStringVelto(data, pattern.constData(), cString.value(call), range);
+    else if (call != u"data")
         found = velto::rangeOfString(data, QString::fromUtf8(pattern), call.toLatin1(), range);
-    }
     QCOMPARE(found, expected);
     VELTO_COMPARE_THROWN((void)velto::rangeOfData(data, pattern, VeltoRange{1, quint64(data.size())}), VeltoRangeException,
                          u"velto::rangeOfBytes: range {1, %1} out of bounds; data length %1"_s.arg(data.size()));
@@ -288,17 +279,20 @@ void ByteArrayTest::repeatingAndCounting()
     QTest::ignoreMessage(QtInfoMsg, "* failed malloc to repeat 2 bytes * 4611686018427387904 times");
     QVERIFY(velto::dataByRepeatingNumberOfTimesVelto("ab", quint64(1) << 62).isNull());
 
-    quint64 first = 0;
-    QCOMPARE(velto::countInequalBytes("abcd", "xbxdyy", &first), quint64(2));
-    QCOMPARE(first, quint64(1));
-    QCOMPARE(velto::countInequalBytes("ab", "cd", &first), quint64(2));
-    QCOMPARE(first, VeltoNotFound);
-    QCOMPARE(velto::countInequalBytes("", "cd", &first), quint64(0));
-    QCOMPARE(first, VeltoNotFound);
-    QCOMPARE(velto::countInequalInts("aaaabbbbccccdd", "xaaabbbbxxxx", &first), quint64(2));
-    QCOMPARE(first, quint64(1));
-    QCOMPARE(velto::countInequalInts("abc", "abc", &first), quint64(0));
-    QCOMPARE(first, VeltoNotFound);
+    // (inequal count, first equal position) of bytes and of 32-bit words
+    const auto bytes = [](const QByteArray &a, const QByteArray &b) {
+        quint64 first = 0;
+        return std::pair{velto::countInequalBytes(a, b, &first), first};
+    };
+    const auto words = [](const QByteArray &a, const QByteArray &b) {
+        quint64 first = 0;
+        return std::pair{velto::countInequalInts(a, b, &first), first};
+    };
+    QCOMPARE(bytes("abcd", "xbxdyy"), std::pair(quint64(2), quint64(1)));
+    QCOMPARE(bytes("ab", "cd"), std::pair(quint64(2), VeltoNotFound));
+    QCOMPARE(bytes("", "cd"), std::pair(quint64(0), VeltoNotFound));
+    QCOMPARE(words("aaaabbbbccccdd", "xaaabbbbxxxx"), std::pair(quint64(2), quint64(1)));
+    QCOMPARE(words("abc", "abc"), std::pair(quint64(0), VeltoNotFound));
 }
 
 void ByteArrayTest::hex_data()
