@@ -56,9 +56,9 @@ void writeHexPairs(const QByteArray &data, const std::array<std::array<Unit, 2>,
     }
 }
 
-// An output buffer of \a size bytes whose contents do not matter: only what zlib writes into it is kept.
+// A buffer of \a size bytes left unset: its users overwrite it, or keep only what zlib wrote into it.
 // Null when the memory cannot be had.
-QByteArray outputBuffer(quint64 size)
+QByteArray uninitializedBuffer(quint64 size)
 {
     if (size > quint64(std::numeric_limits<qsizetype>::max()))
         return {};
@@ -99,7 +99,7 @@ QByteArray VTDecompressGZip(const QByteArray &data, quint64 maximum, bool *faile
         *failed = true;
         return {};
     }
-    QByteArray buffer = outputBuffer(2 * n);
+    QByteArray buffer = uninitializedBuffer(2 * n);
     const int result = buffer.isNull()
         ? Z_MEM_ERROR
         : VTInflateInto(stream, buffer, data, maximum, [n](QByteArray &output) { return growBy(output, n); });
@@ -231,7 +231,7 @@ QByteArray dataByCompressingZlib(const QByteArray &data)
     z_stream stream{};
     if (VTDeflateInitZlib(stream) != Z_OK)
         return {};
-    QByteArray buffer = outputBuffer(ZlibOutputStep);
+    QByteArray buffer = uninitializedBuffer(ZlibOutputStep);
     const bool complete = !buffer.isNull()
         && VTDeflateInto(stream, buffer, data, true, [](QByteArray &output) { return growBy(output, ZlibOutputStep); });
     deflateEnd(&stream);
@@ -246,7 +246,7 @@ QByteArray dataByDecompressingZlib(const QByteArray &data)
     z_stream stream{};
     if (VTInflateInitZlib(stream) != Z_OK)
         return {};
-    QByteArray buffer = outputBuffer(n + n / 2);
+    QByteArray buffer = uninitializedBuffer(n + n / 2);
     const int result = buffer.isNull()
         ? Z_MEM_ERROR
         : VTInflateInto(stream, buffer, data, NoLimit, [n](QByteArray &output) { return growBy(output, n / 2); });
@@ -263,7 +263,7 @@ QByteArray dataByCompressingGZip(const QByteArray &data)
     if (VTDeflateInitGZip(stream) != Z_OK)
         return {};
     const quint64 step = n > 8195 ? n / 4 : 2048;
-    QByteArray buffer = outputBuffer(std::max<quint64>(6 * (n / 10), 1024));
+    QByteArray buffer = uninitializedBuffer(std::max<quint64>(6 * (n / 10), 1024));
     const bool complete = !buffer.isNull()
         && VTDeflateInto(stream, buffer, data, true, [step](QByteArray &output) { return growBy(output, step); });
     deflateEnd(&stream);
@@ -328,7 +328,7 @@ QByteArray dataByRepeatingNumberOfTimesVelto(const QByteArray &data, quint64 cou
     const quint64 length = quint64(data.size());
     QByteArray repeated;
     if (length <= quint64(std::numeric_limits<qsizetype>::max()) / count)
-        repeated = outputBuffer(length * count);
+        repeated = uninitializedBuffer(length * count);
     if (repeated.isNull()) {
         VeltoLogSink::write(u"* failed malloc to repeat %1 bytes * %2 times"_s.arg(length).arg(count));
         return {};

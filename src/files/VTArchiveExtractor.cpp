@@ -21,6 +21,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -129,13 +130,14 @@ private:
     bool prepareFolders(const QString &folderPath)
     {
         const QByteArray wanted = QFile::encodeName(folderPath);
+        // The folders that are missing, innermost first: made now, removed again should the unpack fail.
         struct stat info {};
-        if (::stat(wanted.constData(), &info) != 0) {
-            std::error_code code;
-            createdFolder = std::filesystem::create_directories(wanted.toStdString(), code);
-            if (code)
-                return failWithErrno(code.value(), folderPath);
-        }
+        for (std::filesystem::path missing = wanted.toStdString();
+             !missing.empty() && ::stat(missing.c_str(), &info) != 0 && errno == ENOENT; missing = missing.parent_path())
+            createdFolders.push_back(missing);
+        std::error_code code;
+        if (!createdFolders.empty() && (std::filesystem::create_directories(wanted.toStdString(), code), code))
+            return failWithErrno(code.value(), folderPath);
         // The real path, so that no symbolic link above the entries can move them.
         char *real = ::realpath(wanted.constData(), nullptr);
         if (!real)
@@ -287,8 +289,10 @@ private:
         std::error_code ignored;
         if (!staging.isEmpty())
             std::filesystem::remove_all(staging.toStdString(), ignored);
-        if (!succeeded && createdFolder)
-            std::filesystem::remove(folder.toStdString(), ignored);
+        for (const std::filesystem::path &made : createdFolders) {
+            if (!succeeded)
+                std::filesystem::remove(made, ignored); // only while empty
+        }
     }
 
     quint64 remainingSize() const { return options.maximumTotalSize - std::min(totalSize, options.maximumTotalSize); }
@@ -369,7 +373,7 @@ private:
     const VeltoUnarchiveOptions &options;
     QByteArray folder;
     QByteArray staging;
-    bool createdFolder = false;
+    std::vector<std::filesystem::path> createdFolders;
     quint64 entryNumber = 0;
     QString entryName;
     quint64 totalSize = 0;

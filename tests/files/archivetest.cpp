@@ -177,6 +177,9 @@ void ArchiveTest::archiveErrors()
 
     QVERIFY(!velto::unarchiveFileAtURL(local(scratch.filePath(u"missing.cpio"_s)), local(scratch.filePath(u"x"_s)), {}, &error));
     QCOMPARE(error.code(), 260);
+    QVERIFY(writeFile(scratch.filePath(u"out.cpio"_s), makeArchive(Kind::GzipCpio, {{.name = "ok"}, {.name = "../out"}})));
+    QVERIFY(!velto::unarchiveFileAtURL(local(scratch.filePath(u"out.cpio"_s)), local(scratch.filePath(u"x/y/z"_s)), {}, &error));
+    QCOMPARE(error.code(), 259); // and the folders made for it are gone again
     QVERIFY(!velto::unarchiveFileAtURL(QUrl(u"https://example.com/a.zip"_s), local(scratch.path()), {}, &error));
     QCOMPARE(error.code(), 262);
     QVERIFY(!QFileInfo::exists(scratch.filePath(u"x"_s)));
