@@ -289,8 +289,8 @@ private:
         std::error_code ignored;
         if (!staging.isEmpty())
             std::filesystem::remove_all(staging.toStdString(), ignored);
-        for (const std::filesystem::path &made : createdFolders) {
-            if (!succeeded)
+        if (!succeeded) {
+            for (const std::filesystem::path &made : createdFolders)
                 std::filesystem::remove(made, ignored); // only while empty
         }
     }
