@@ -213,7 +213,9 @@ private:
         archive_entry_set_pathname(entry, path.constData());
         if (archive_write_header(writer.get(), entry) < ARCHIVE_WARN)
             return failWriting();
-        return copyData() && (archive_write_finish_entry(writer.get()) >= ARCHIVE_WARN || failWriting());
+        // Only files take data: a folder or link claiming some would leave the writer unusable.
+        return (type == AE_IFREG ? copyData() : skipData())
+            && (archive_write_finish_entry(writer.get()) >= ARCHIVE_WARN || failWriting());
     }
 
     bool copyData()
