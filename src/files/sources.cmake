@@ -1,7 +1,7 @@
 # Files of src/files in the VeltoCore library: the file watcher (inotify, one thread per queue, changes
-# carried to the main thread), typed property-list access, dictionary additions, copy-on-write records
-# and type identifiers.
-velto_layer(files LIBRARY VeltoCore DEPENDS secure)
+# carried to the main thread), typed property-list access, dictionary additions, copy-on-write records,
+# type identifiers, compressed data (zlib) and archives (libarchive).
+velto_layer(files LIBRARY VeltoCore DEPENDS secure LINK ZLIB::ZLIB LibArchive::LibArchive)
 velto_sources(files
   PUBLIC_HEADERS
     FWFileWatcher.h
@@ -33,4 +33,19 @@ velto_sources(files
     VeltoUTI.cpp
     VTTypeIdentifierTable_p.h
     VTTypeIdentifierTable.cpp
+)
+# Compressed data and byte utilities, the incremental gzip compressor, and archives.
+velto_sources(files
+  PUBLIC_HEADERS
+    ByteArray+VeltoAdditions.h
+    FileManager+VeltoCoreArchives.h
+    VeltoZipStream.h
+  SOURCES
+    ByteArray+VeltoAdditions.cpp
+    FileManager+VeltoCoreArchives.cpp
+    VeltoZipStream.cpp
+    VTArchiveExtractor_p.h
+    VTArchiveExtractor.cpp
+    VTUtf8LocaleScope_p.h
+    VTZlibCalls_p.h
 )

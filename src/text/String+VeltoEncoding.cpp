@@ -78,6 +78,15 @@ void stopOnInvalidInput(UConverter *converter)
     ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
 }
 
+// Encodes with every character the encoding cannot hold written as "?"; false on any other failure.
+bool encodeLossy(UConverter *converter, QStringView string, QByteArray *bytes)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_SUBSTITUTE, nullptr, nullptr, nullptr, &status);
+    ucnv_setSubstString(converter, u"?", 1, &status);
+    return U_SUCCESS(status) && encode(converter, string, bytes);
+}
+
 } // namespace
 
 QString stringWithFourCharCode(quint32 code)
@@ -147,12 +156,18 @@ QString stringByLossyConversionToEncoding(const QString &string, QByteArrayView 
     if (encode(converter.get(), string, &bytes))
         return string;
 
-    UErrorCode status = U_ZERO_ERROR;
-    ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_SUBSTITUTE, nullptr, nullptr, nullptr, &status);
-    ucnv_setSubstString(converter.get(), u"?", 1, &status);
-    if (U_FAILURE(status) || !encode(converter.get(), string, &bytes))
+    if (!encodeLossy(converter.get(), string, &bytes))
         return {};
     return decode(converter.get(), bytes.constData(), quint64(bytes.size()));
+}
+
+QByteArray lossyDataUsingEncodingVelto(QStringView string, QByteArrayView encoding)
+{
+    const Converter converter = openConverter(encoding);
+    QByteArray bytes("");
+    if (!converter || !encodeLossy(converter.get(), string, &bytes))
+        return {};
+    return bytes;
 }
 
 const char16_t *characterBufferVelto(const QString &string)

@@ -22,6 +22,7 @@
 #include "VeltoStringCompareOptions.h"
 #include "veltocore_export.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 #include <QStringView>
@@ -75,6 +76,13 @@ namespace velto {
  */
 [[nodiscard]] VELTOCORE_EXPORT QString stringByLossyConversionToEncoding(const QString &string,
                                                                          QByteArrayView encoding);
+
+/**
+ * lossyDataUsingEncodingVelto: the bytes of \a string in \a encoding, each character the encoding cannot
+ * hold (an unpaired surrogate included) written as "?"; empty (not null) for an empty string. Null for an
+ * unknown encoding or a string of 2^31 units or more (ICU counts in 32 bits).
+ */
+[[nodiscard]] VELTOCORE_EXPORT QByteArray lossyDataUsingEncodingVelto(QStringView string, QByteArrayView encoding);
 
 /**
  * characterBufferVelto: the UTF-16 units of \a string, zero-terminated, without a copy (as
