@@ -58,7 +58,7 @@ VeltoError libarchiveError(archive *handle, const QString &what)
 VeltoError saveError(const QSaveFile &file, const QString &path)
 {
     return generalError(VeltoCocoaErrorFileWriteUnknown,
-                        u"“%1” cannot be written: %2"_s.arg(VTFileAccess::displayPath(path), file.errorString()));
+                        u"“%1” cannot be written: %2"_s.arg(VeltoFileManager::pathByAbbreviatingRealHomeWithTilde(path), file.errorString()));
 }
 
 // Writes the tree at \a source into a gzip-compressed cpio archive at \a archivePath: a folder as its

@@ -2,6 +2,7 @@
 
 #include "VTFileAccess_p.h"
 #include "VTUtf8LocaleScope_p.h"
+#include "VeltoFileManager.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -363,7 +364,7 @@ private:
     bool failWithErrno(int problem, const QString &path)
     {
         return fail(VTFileAccess::fileError(problem, path, true).code(),
-                    u"“%1” cannot be written (%2)"_s.arg(VTFileAccess::displayPath(path), QString::fromLocal8Bit(std::strerror(problem))),
+                    u"“%1” cannot be written (%2)"_s.arg(VeltoFileManager::pathByAbbreviatingRealHomeWithTilde(path), QString::fromLocal8Bit(std::strerror(problem))),
                     VeltoError::posixError(problem));
     }
 

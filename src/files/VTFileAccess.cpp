@@ -2,7 +2,6 @@
 
 #include "VeltoFileManager.h"
 
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

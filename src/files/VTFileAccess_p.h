@@ -20,7 +20,6 @@ public:
     /// Largest file readWholeFile() reads; larger ones fail with code 263 (too large).
     static constexpr qint64 MaximumFileSize = qint64(256) << 20;
 
-
     /// readWholeFile: the contents of the file at \a path; nothing, with \a error, when it cannot be read.
     static std::optional<QByteArray> readWholeFile(const QString &path, VeltoError *error);
 
