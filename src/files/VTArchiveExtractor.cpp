@@ -55,23 +55,31 @@ Reader newReader()
     return reader;
 }
 
+// Calls visit(part) for each component of \a path that names something (not empty, not "."), in order,
+// while it answers true; false when it answered false.
+template <typename Visit>
+bool visitNamedComponents(QByteArrayView path, Visit &&visit)
+{
+    for (qsizetype start = 0; start <= path.size();) {
+        const qsizetype slash = path.indexOf('/', start);
+        const QByteArrayView part = path.sliced(start, (slash < 0 ? path.size() : slash) - start);
+        if (!part.isEmpty() && part != "." && !visit(part))
+            return false;
+        start = slash < 0 ? path.size() + 1 : slash + 1;
+    }
+    return true;
+}
+
 // The depth of \a name below the folder (its components other than "" and "."), or -1 when it is
 // absolute or has a ".." component.
 qsizetype nameDepth(QByteArrayView name)
 {
-    if (name.startsWith('/'))
-        return -1;
     qsizetype depth = 0;
-    for (qsizetype start = 0; start <= name.size();) {
-        const qsizetype slash = name.indexOf('/', start);
-        const QByteArrayView part = name.sliced(start, (slash < 0 ? name.size() : slash) - start);
-        if (part == "..")
-            return -1;
-        if (!part.isEmpty() && part != ".")
-            ++depth;
-        start = slash < 0 ? name.size() + 1 : slash + 1;
-    }
-    return depth;
+    const bool inside = !name.startsWith('/') && visitNamedComponents(name, [&depth](QByteArrayView part) {
+        ++depth;
+        return part != "..";
+    });
+    return inside ? depth : -1;
 }
 
 // \a name as it is when it is UTF-8, else with each invalid sequence replaced by U+FFFD: file names are
@@ -86,22 +94,14 @@ QByteArray textName(const char *name)
 // a name (a name may itself be a link, so a later ".." could leave by a way no text check can see).
 bool linkTargetStaysInside(QByteArrayView target, qsizetype linkDepth)
 {
-    if (target.startsWith('/'))
-        return false;
     qsizetype depth = linkDepth - 1;
     bool climbing = true;
-    for (qsizetype start = 0; start <= target.size();) {
-        const qsizetype slash = target.indexOf('/', start);
-        const QByteArrayView part = target.sliced(start, (slash < 0 ? target.size() : slash) - start);
-        if (part == "..") {
-            if (!climbing || --depth < 0)
-                return false;
-        } else if (!part.isEmpty() && part != ".") {
-            climbing = false;
-        }
-        start = slash < 0 ? target.size() + 1 : slash + 1;
-    }
-    return true;
+    return !target.startsWith('/') && visitNamedComponents(target, [&](QByteArrayView part) {
+        if (part == "..")
+            return climbing && --depth >= 0;
+        climbing = false;
+        return true;
+    });
 }
 
 // One unpacking run: entries go into a hidden staging folder inside the target folder and are moved into
