@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Thin wrapper over the CMake presets; `make test` and `make tour` are the README's two commands.
 .PHONY: all build test tour sanitize fuzz bench clean
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Every benchmark program compares the library with a named baseline in the same run. Register the

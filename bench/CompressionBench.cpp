@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Compressed data against plain zlib in the same run, on 1 MiB and 64 MiB of text (words drawn from a
 // vocabulary of 2,000, a little over 3:1 compressible) and of random bytes:
 // - the zlib calls against compress2() into a compressBound() buffer and uncompress() into a buffer of

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // How long a change made by another process takes to reach the main thread: from the moment the other
 // process calls write() to the moment the delegate is called on the main thread, for VeltoFileWatcher
 // (the whole path an application uses: watcher thread, main-thread proxy, token lookup, delegate) and for

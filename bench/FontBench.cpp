@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The font services on their hot paths, in Linux Libertine O (fonts-linuxlibertine):
 // - the glyphs of a 10,000-character string (velto::glyphsForCharactersInString, a character-map
 //   lookup through the face cache) against HarfBuzz shaping the same string directly with an hb_font

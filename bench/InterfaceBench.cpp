@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The interface helpers against what Qt offers for the same job: VeltoTableView's type-to-select against
 // QAbstractItemView::keyboardSearch over the same model, and a text answered through the accessibility
 // dispatch (a method found by name) against a hand-written QAccessibleWidget that calls it directly.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Cost of the test a logging statement makes: a disabled domain (one relaxed load of its bool) and an
 // enabled domain whose statement is muted by flood control (the load, a clock read, the record update),
 // against a plain relaxed load of a std::atomic<bool> as the baseline.

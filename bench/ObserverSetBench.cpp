@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Broadcasting one message to 1, 100 and 10,000 observers of one class: the observer set against a Qt
 // signal connected to the same slot of each observer, and against a plain loop of direct calls. Times are
 // per broadcast; the "ns/observer" counter divides by the number of observers. An empty set is measured

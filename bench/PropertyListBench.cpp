@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Reading and writing a settings-sized property list (2,000 entries of every kind) in the binary format,
 // against Qt's own binary encoding of a QVariant tree, CBOR (QCborValue::fromVariant/toCbor and
 // fromCbor/toVariant), and our XML format against Qt's JSON (QJsonDocument), each pair on the same tree.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Range arrays at the scale of a large document: carrying 1,000,000 ranges across one edit, and
 // normalising 1,000,000 sorted and 1,000,000 shuffled ranges. Baselines work on a std::vector: the
 // same edit rule applied in a plain loop, and std::sort by location followed by a merge loop.

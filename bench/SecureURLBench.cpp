@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Secure URLs on their hot paths, with the default Linux platform:
 // - resolving a reference to a file that has not changed, against a plain stat() of its path: once as
 //   every access does it (the cached URL, checked for reachability) and once afresh from the bookmark

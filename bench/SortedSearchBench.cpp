@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // VeltoIndexOfBinarySearch on 1,000,000 sorted integers against std::lower_bound, for sought values
 // that are present and absent half the time each; and the QList addition built on it
 // (velto::indexOfSortedObjectVelto) against std::lower_bound on the same QList.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The spatial array with 100,000 entries laid out like the lines and blocks of a long document: a query
 // of a short extent (one screenful) against a linear scan of every entry, and the cost of inserting
 // an entry, in layout order and in random order, against std::multimap keyed by the start.

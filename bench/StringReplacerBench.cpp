@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Replace-all passes over a 10 MiB text (10,485,760 UTF-16 units of lines of words): a word found in 1% of the
 // lines, every space (same-length and longer replacement), and a pass that finds nothing. Long strings go
 // through the buffered rebuild, a 500,000-unit prefix through in-place editing. Baselines: QString::replace

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The URL helpers on the paths they take most: percent-encoding and strict decoding of 64 KiB of mixed
 // text (words, spaces, punctuation, accented letters) against Qt's QByteArray percent-encoding with the
 // same set of characters left alone, which does the same work (the text holds no "%", which Qt always

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // What the fuzz targets share: a check that aborts (libFuzzer reports an abort as a crash with the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Base64 text comes from files and the clipboard. The reader skips every character outside the
 // alphabet, so on any text it must give what Qt's own decoder gives for the alphabet's characters alone;
 // and bytes written as base64, with any line length, must read back unchanged. Anything else aborts.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // A font's property-list form comes from user defaults and documents: whatever the bytes, reading it
 // gives a font (with only settings its face honours, or none), never a crash, and a font read back from
 // its own property-list form keeps its size and settings.

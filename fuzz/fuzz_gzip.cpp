@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Compressed data comes from files and the network. The gzip and zlib readers, bounded and not, must
 // never crash on any bytes, and what they give must agree: a zlib stream reads the same through the
 // header-detecting reader, a bounded read is a prefix of the unbounded one and is at least as long as

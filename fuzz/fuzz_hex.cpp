@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Hex text comes from users and files. The fast reader (a table over slices) and the slow one
 // (character by character) must agree on every text, valid or not, and bytes written as hex must read
 // back unchanged. The input is read as UTF-16 (two bytes a unit, unpaired surrogates included) so that

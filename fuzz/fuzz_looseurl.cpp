@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The loose-text URL rule takes whatever a person types or pastes. Whatever it makes must be a valid URL
 // of one of the kinds the rule names, the one-line rule and the full rule must agree on one-line text,
 // and the forms shown to users must not fail. Anything else aborts.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Percent-decoding reads escapes from outside text. A decoding must be valid text, text without "%" must
 // come back unchanged, and encoding must give only allowed characters that decode back to the original.
 // Anything else aborts.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The XML property-list reader must reject any malformed document without crashing, and whatever it
 // accepts must survive being written in both formats and read again unchanged.
 

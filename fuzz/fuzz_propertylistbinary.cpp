@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The binary property-list reader must reject any malformed or hostile document (cycles, offsets and
 // lengths past the end, huge counts, deep nesting) quickly and without crashing, and whatever it accepts
 // must survive a binary write and a second read unchanged, and be writable as XML unless it holds a

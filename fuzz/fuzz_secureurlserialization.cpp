@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Stored secure URLs come from user defaults, documents and alias files, so their reader takes any
 // bytes: it must never crash or run away, what it accepts must be written back into a form that reads
 // the same, and the Linux bookmark record inside must be refused or be exactly what its writer makes of

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Version parsing takes any text: it never fails for a real record and printing never crashes.
 
 #include "VeltoSystemVersions.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The text readers take whatever a document or a settings file holds: numbers scanned at any index,
 // escaped lists, stored dates, numbers with units and file sizes. None may crash, and what they accept
 // must keep its promises: a scan's effective range lies inside the text, an escaped list read back

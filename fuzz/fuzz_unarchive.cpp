@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Archives come from anywhere. Unpacking any bytes from memory into a fresh folder must never crash,
 // never create anything outside that folder, and, when it fails, leave the folder as it was (empty).
 // Each run gets its own folder inside one root, removed afterwards, so the root must be empty again.

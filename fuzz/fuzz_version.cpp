@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Product-version parsing takes any text. Whatever it accepts must keep its promises: the display text
 // is returned as given (trimmed), numbers stay within 0-99, and the forms made from the fields read back
 // as the same version. Anything else aborts.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The notes window: a list of notes (a VeltoTableView), the selected note's title and text, and a word

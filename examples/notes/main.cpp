@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Notes: a small document-based application on VeltoCoreGui. A document is a list of notes kept in a
 // property-list file; see NotesWindow.cpp for how the library's table, text field, alert and
 // accessibility helpers are used.

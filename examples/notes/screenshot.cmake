@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Takes the notes window's picture and checks what it shows against the expected description.
 execute_process(COMMAND ${NOTES} --screenshot ${OUTPUT} OUTPUT_VARIABLE shown RESULT_VARIABLE status)
 if(NOT status EQUAL 0)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // A prepared call: a selector and up to three object arguments, bound to one class at a time. Binding

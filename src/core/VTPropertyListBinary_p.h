@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The binary property-list format, version "bplist00": the 8-byte magic, the objects, a table of their

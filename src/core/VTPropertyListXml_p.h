@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Reads and writes XML property lists (dict, array, string, integer, real, true/false, date, data) as

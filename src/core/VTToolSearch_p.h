@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTToolSearch: where the tool finder looks, as a value, so that the search itself can be run over other

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VeltoCoreLogging_p.h"
 
 Q_LOGGING_CATEGORY(lcVeltoCore, "velto.core", QtInfoMsg)

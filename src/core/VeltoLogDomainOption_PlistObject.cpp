@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VeltoLogDomainOption_PlistObject.h"
 
 VeltoLogDomainOption_PlistObject::VeltoLogDomainOption_PlistObject(const QString &optionName, VeltoPlistObject *pointer)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VeltoObjectDealloc.h"
 
 constinit VeltoPatchableRoutine<void(QObject *, std::size_t)> VeltoObject_Dealloc{&VeltoObject_DestroyAndFree};

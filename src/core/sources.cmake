@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/core in the VeltoCore library.
 velto_layer(core LIBRARY VeltoCore)
 velto_sources(core

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Unpacking a zip or cpio archive (plain or gzip-compressed) into a folder with the safety rules and caps

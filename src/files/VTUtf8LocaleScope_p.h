@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // libarchive converts entry names through the calling thread's locale. File names here are UTF-8 whatever

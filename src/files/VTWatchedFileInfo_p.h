@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTWatchedFileInfo: the token of one VeltoFileWatcher watch, its path and its delegate (not owned).

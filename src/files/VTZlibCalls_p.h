@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The zlib calls the compressed-data additions and VeltoZipStream share. The init calls always name the

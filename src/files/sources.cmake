@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/files in the VeltoCore library: the file watcher (inotify, one thread per queue, changes
 # carried to the main thread), typed property-list access, dictionary additions, copy-on-write records,
 # type identifiers, compressed data (zlib) and archives (libarchive).

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/geometry: rectangles, points and sizes and their arithmetic (the rounded outlines, which
 # need Qt6::Gui, are in src/ui).
 velto_layer(geometry LIBRARY VeltoCore DEPENDS core)

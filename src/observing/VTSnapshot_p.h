@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Snapshots of the non-owning collections: a plain buffer of addresses filled in one walk. An allocation

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTUniqueObject: a marker whose identity is its value. Copies are the same marker (equal, same hash);

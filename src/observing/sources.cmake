@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/observing in the VeltoCore library: non-owning collections, observer sets,
 # property observation, the notification centre, timers and named semaphores.
 velto_layer(observing LIBRARY VeltoCore DEPENDS core)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTChunkedSequence: a sequence kept in order by its user, stored as a list of chunks of at most

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/ranges in the VeltoCore library.
 velto_layer(ranges LIBRARY VeltoCore DEPENDS system observing)
 velto_sources(ranges

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTBookmarkRecord: the bytes of a Linux bookmark, a small versioned binary record of what finds a file

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The rules behind two URL additions, as functions of their inputs alone, so that tests and fuzzers can

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The open-URL registry: which places hold a sandbox grant now and how many starts of access each
 // stands for, so that references to one place share one grant and a file inside an open folder is
 // reached through the folder's grant. One process-wide recursive lock guards the list; callers hold

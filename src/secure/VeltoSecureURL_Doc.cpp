@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VeltoSecureURL_Doc.h"
 
 using Lock = std::lock_guard<std::recursive_mutex>;

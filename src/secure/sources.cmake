@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/secure in the VeltoCore library: durable references to the user's files (secure URLs,
 # their open-URL registry and stored form, the bookmark platform underneath) and the file-manager and
 # URL helpers they rest on.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VTPasswordEntry_p.h"
 
 #include <pwd.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/system in the VeltoCore library.
 velto_layer(system LIBRARY VeltoCore DEPENDS core)
 velto_sources(system

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The decimal trimming and 7-to-9 rounding that VeltoNumberFormatter applies to the text its base

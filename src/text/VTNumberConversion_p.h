@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Which QVariants count as numbers, and conversions of doubles to 64-bit integers that C++ leaves

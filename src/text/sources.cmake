@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/text: character sets, searching, the replacer and the string, number and date additions.
 velto_layer(text LIBRARY VeltoCore DEPENDS system LINK ICU::i18n ICU::uc)
 velto_sources(text

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // VTFontFace: the OpenType face a QFont is drawn with, opened with HarfBuzz from the file fontconfig

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Tracks, for one text field (a QLineEdit or a QComboBox), whether the user changed its text since

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Files of src/ui in the VeltoCoreGui library.
 # HarfBuzz (OpenType layout tables, glyph names, shaping) and fontconfig (font files, character sets)
 # answer the font questions Qt 6.4 cannot; both are linked privately (docs/dependencies.md).

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The second process of the exception handler test: ends with an exception nobody catches, after
 // handing its record to a hand-off that writes the report to standard error.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Zombie objects on real QObjects: each touch below goes through a pointer to an object that was really
 // deleted. Calling through a dangling pointer is what zombies exist to catch, so the test does it on
 // purpose; the sanitizer build compiles this file without UBSan's vptr check (see CMakeLists.txt), which

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The other process of the file watcher's tests: makes changes to files, one verb after another, so that
 // the watcher sees real kernel events caused by someone else.
 //

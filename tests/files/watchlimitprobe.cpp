@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The file watcher's limits, met for real without touching the machine's: this program enters a user
 // namespace of its own, lowers the inotify limits of that namespace, and prints what the watcher does.
 //

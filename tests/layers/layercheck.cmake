@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Run by ctest: builds each probe and compares the outcome with what the layer graph allows.
 set(wrong "")
 foreach(probe ${PROBES})

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "ByteArray+VeltoEnsuredGrowth.h"
 #include "Object+VeltoAssociatedObjects.h"
 #include "Object+VeltoDispatch.h"

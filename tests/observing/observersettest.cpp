@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "VeltoException.h"
 #include "VeltoKeyedObserverSet.h"
 #include "VeltoObserverSetImpl.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The second process of the semaphore test. Usage: semaphorehelper post|wait|create <name>
 // post: opens the semaphore, posts once and closes; wait: opens it and waits once; create: tries to create
 // it. Prints the error text and exits with 1 when opening or creating fails.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Run by ctest: install into a private prefix; build and run a Core-only consumer and a Gui consumer
 # (through the CMake package and through pkg-config); run the installed velto tool from the prefix.
 file(REMOVE_RECURSE "${WORK_DIR}")

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The second process of the secure URL tests: captures the file it is given and prints the global
 // serialization in base64, so that the test process resolves what another process stored.
 

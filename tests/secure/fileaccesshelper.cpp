@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The second process of the file-access tests: runs one check, as whichever user the test started it
 // as, and prints "true", or "false" followed by the error's domain, code and user-facing text.
 //   fileaccesshelper readable PATH | writable PATH 0|1 | read-xattr PATH NAME | write-xattr PATH NAME VALUE

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The stored form of secure URLs (plain bookmark bytes, or "VeltoData" and a property list), the Linux
 // bookmark record inside it, and what damaged or hostile stored bytes give.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Eight threads start and stop access on overlapping files and folders, some of them refused by the
 // simulated sandbox, sharing references and the open-URL registry; afterwards every count is zero and
 // every grant is closed. Run under ThreadSanitizer as well (docs/ARCHITECTURE.md).

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // Secure URLs on real files, with the sandbox simulated (tests/support/sandboxsimulation.h): capture,
 // resolution and refresh, counted access through the open-URL registry, subpaths, document-scoped
 // references, alias files, user defaults, and references stored by another process.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Running a file check in a second process (tests/secure/fileaccesshelper.cpp) as a user to whom the

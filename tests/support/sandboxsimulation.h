@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The one stand-in of the secure URL tests: an application sandbox, which Linux does not have. It keeps

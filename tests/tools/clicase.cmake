@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 VeltoCore developers
+# SPDX-License-Identifier: MIT
+
 # Run by ctest: one invocation of the velto tool, its exit status and output checked.
 if(ARGS STREQUAL "")
   set(ARGS "")

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto watch` as a user runs it: changes made by another process are printed as they happen, and
 // Ctrl-C (SIGINT) ends it cleanly with status 0.
 

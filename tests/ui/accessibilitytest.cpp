@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 #include "Object+VeltoAccessibility.h"
 #include "VTAccessibilityTables_p.h"
 #include "VTAccessibleWidget_p.h"

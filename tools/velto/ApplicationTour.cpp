@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's stops for the application and file helpers: the process and its sandbox, running and
 // finding tools, then a file's unique name, its extended attributes and the URLs made from text.
 

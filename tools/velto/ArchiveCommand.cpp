@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto archive OUT PATH...` and `velto unarchive ARCHIVE DIR`: gzip-compressed cpio archives made
 // in-process, and zip or cpio archives unpacked safely, with caps that can be set. Inputs over 64 MiB
 // show their progress.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto bookmark capture PATH` and `velto bookmark resolve DATA`: durable file references as the
 // library stores them (the global serialization, in base64), and the tour stop that follows one file
 // through a rename and an atomic save.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's compressed-data stop: a file compressed and read back whole, damaged and in part; hex and
 // base64 forms; a folder archived and unpacked again, and the unpack refusing what it must.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The diagnostics stops of `velto tour`: assertion records, the exception handler at the top of the
 // event loop, and zombie objects.
 

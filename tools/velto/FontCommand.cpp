@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto font FAMILY [--features]`: the face a name resolves to, its file, and whether it has small
 // capitals; `velto font --covering CHAR`: the fonts that cover a character.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's font and menu stop: small capitals where a face has them and not where it has not, a
 // font kept in a property list, glyphs and the hyphen test, fonts covering a character, and a menu
 // built in a few calls, tidied and searched, with an item chosen as if by hand.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's geometry stop: rectangle arithmetic with lines, points and the null rectangle, and
 // snapping to the pixel grid. (The rounded outlines are drawn by VeltoCoreGui; docs/images shows them.)
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto gzip FILE` and `velto gunzip FILE.gz`: compress a file to FILE.gz and back. The input is kept;
 // an existing output is replaced only with --force. Inputs over 64 MiB show their progress.
 

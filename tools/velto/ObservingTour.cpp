@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The observation stop of `velto tour`: a broadcast through an observer set, and a timer that does not
 // keep its target alive.
 

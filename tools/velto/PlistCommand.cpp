@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto plist FILE` prints a property list of either format as indented text; --xml and --binary
 // convert it, to standard output or to the file given with -o.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's files stop: a settings file saved as a binary property list and loaded back, typed reads
 // and their errors, a hostile file refused, dictionary additions that copy nothing when nothing
 // changes, and type identifiers.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The ranges stop of `velto tour`: found words kept in a range array while the text is edited.
 
 #include "Commands.h"

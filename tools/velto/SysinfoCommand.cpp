@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto sysinfo`: every fact the library knows about this machine and system, one per line as
 // "name: value", in a form that is easy to read and to grep.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // The tour's text stop: a replacement pass over a document (and one that finds nothing, which copies
 // nothing), pretty truncation for display, numbers with units, file sizes, and the stored date text.
 

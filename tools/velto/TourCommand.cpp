@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto tour`: each stop shows one part of the library at work on real files in a temporary folder.
 
 #include "Commands.h"

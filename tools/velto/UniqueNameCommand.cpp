@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto unique-name FOLDER NAME`: a file name not yet used in a folder, as the library chooses it.
 
 #include "Commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto url TEXT`: what the library makes of text a person typed or pasted as a web address or a path.
 
 #include "Commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto uti EXT|MIME|UTI`: the type identifier, MIME type and file-name extension that belong together.
 
 #include "Commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto version parse TEXT` shows how the library reads a product version (display form such as
 // "2.1 beta 3" or bundle form such as "0201.0002.03"); `velto version compare` orders two of them.
 // The tour's version stop lives here too.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto watch PATH...`: prints each change to the given files as it happens, with the time, until
 // interrupted (Ctrl-C or SIGTERM end it normally, with status 0). The tour's file watcher stop lives here
 // too.

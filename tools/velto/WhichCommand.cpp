@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto which TOOL`: where the library's tool finder finds a command-line tool.
 
 #include "Commands.h"

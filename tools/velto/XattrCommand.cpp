@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // `velto xattr list|get|set|rm PATH [NAME [VALUE]]`: a file's extended attributes as the library reads
 // and writes them (names without a namespace live in Linux's "user." namespace).
 

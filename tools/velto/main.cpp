@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // velto: the command-line face of VeltoCore. `velto tour` walks through what the library does on real
 // files in a temporary folder; the other commands answer one question each. Commands register
 // themselves (Commands.h).

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // A headless program outside the project: the installed core headers, the version header and the
 // library's own strings, with nothing of Qt's Gui or Widgets.
 #include <VeltoCore/VeltoError.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 VeltoCore developers
+// SPDX-License-Identifier: MIT
+
 // A program outside the project that uses the installed headers and libraries.
 #include <VeltoCore/VeltoCore.h>
 #include <VeltoCore/VeltoError.h>
